@@ -1,0 +1,38 @@
+// Transforms read from files and from memory.
+#ifndef TAVRIN_FILES_H
+#define TAVRIN_FILES_H
+
+#include <tavrin/export.h>
+#include <tavrin/status.h>
+#include <tavrin/transform.h>
+
+namespace Tavrin
+{
+
+// Receives the table of file formats. Texts live to the end of the process.
+class TAVRIN_API SupportedExtensionsCallBack
+{
+public:
+    virtual ~SupportedExtensionsCallBack();
+    // An extension without its dot, and words for people.
+    virtual void addExtension(char const* extension, char const* description) = 0;
+};
+
+// One call of the callback for each extension that can be read.
+TAVRIN_API TavStatus getSupportedFileExtensions(SupportedExtensionsCallBack& callback);
+
+// True when some reader takes the file's extension (case counts). The file need not exist.
+TAVRIN_API bool isFileSupported(char const* path);
+
+// Reads a transform file. Relative references inside it are resolved against this path. On failure the handle stays as it was.
+TAVRIN_API TavStatus loadColorTransform(char const* path, TransformPtr& transform);
+
+// Reads a document of the library's own format (CTF) from zero-terminated text. Messages tell line 0.
+TAVRIN_API TavStatus loadColorTransformFromBuffer(char const* text, TransformPtr& transform);
+
+// The extension of the library's own format: "ctf".
+TAVRIN_API char const* getColorTransformFileExtension();
+
+} // namespace Tavrin
+
+#endif

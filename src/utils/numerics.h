@@ -1,0 +1,30 @@
+// Scalar number helpers: half patterns, comparisons in units of the last place, values made finite.
+#ifndef TAVRIN_UTILS_NUMERICS_H
+#define TAVRIN_UTILS_NUMERICS_H
+
+#include <Imath/half.h>
+
+namespace Foundation::Numerics
+{
+
+// 2 to the power ceil(log2(n)); 0 for 0.
+unsigned int computeNextPowerOf2(unsigned int n);
+
+// The value of a half pattern.
+float convertHalfBitsToFloat(unsigned short bits);
+
+// Infinities become the largest finite float of their sign, NaN becomes 0.
+float sanitizeFloat(float value);
+
+// Whether the mantissas agree within the tolerance, at the binary magnitude of a.
+bool compareMantissa(float a, float b, float tolerance);
+
+// Whether two halfs differ by more than so many units in the last place. A NaN equals only a NaN, an infinity only itself.
+bool halfsDiffer(half a, half b, int tolerance);
+
+// The same for floats; compressDenorms treats zero and all denormals as one value.
+bool floatsDiffer(float a, float b, int tolerance, bool compressDenorms);
+
+} // namespace Foundation::Numerics
+
+#endif
