@@ -1,0 +1,34 @@
+// The renderer of pictures in memory: an operator list turned into a row of renderers.
+#ifndef TAVRIN_RENDERER_CPU_RENDERER_H
+#define TAVRIN_RENDERER_CPU_RENDERER_H
+
+#include "renderer/genericRenderer.h"
+#include "renderer/virtualRenderer.h"
+
+#include <memory>
+
+namespace Rendering
+{
+
+class CPURenderer : public GenericCPURenderer
+{
+public:
+    RenderingType getType() const override { return RENDERING_CPU; }
+    void finalize(std::shared_ptr<Color::Transform> const& transform, PixelFormat in, PixelFormat out) override;
+    void apply(void const* source, void* destination, ROI const& roi, unsigned int sourcePadding,
+               unsigned int destinationPadding) override;
+
+    // 0 before finalize.
+    unsigned int getNumRenderers() const;
+    // The kind of the renderer at the index, 0 to 36; throws beyond the end.
+    unsigned int getRendererType(unsigned int index) const;
+
+private:
+    PixelFormat m_inPF = Tavrin::PF_UNKNOWN;
+    PixelFormat m_outPF = Tavrin::PF_UNKNOWN;
+    std::shared_ptr<TransformProcessor const> m_processor;
+};
+
+} // namespace Rendering
+
+#endif

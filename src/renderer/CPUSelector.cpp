@@ -1,0 +1,182 @@
+// The pixel engine's loops over lines and blocks.
+#include "renderer/CPUSelector.h"
+
+#include "renderer/kernelsArithmetic.h"
+#include "utils/errorMessage.h"
+#include "utils/utils.h"
+
+#include <boost/container/small_vector.hpp>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace Rendering
+{
+
+namespace
+{
+
+// From this size on a separate destination would push everything else out of the caches, and so goes past them.
+constexpr std::size_t kStreamedBytes = std::size_t{4} << 20;
+
+// The lines of one side of a call.
+template <class Byte>
+class Lines
+{
+public:
+    // The row step, and the offset of the first pixel, are counted in unsigned 32-bit arithmetic.
+    Lines(Byte* pixels, PixelFormat format, ROI const& roi, unsigned int padding)
+        : m_stride(roi.imageWidth * Tavrin::getPixelSizeInByte(format) + padding),
+          m_pixelBytes(Tavrin::getPixelSizeInByte(format)),
+          m_first(pixels + (roi.y * m_stride + roi.x * m_pixelBytes))
+    {
+    }
+
+    unsigned int pixelBytes() const { return m_pixelBytes; }
+    Byte* line(unsigned int index) const { return m_first + std::size_t{index} * m_stride; }
+    Byte* pixel(unsigned int lineIndex, unsigned int x) const { return line(lineIndex) + std::size_t{x} * m_pixelBytes; }
+
+private:
+    unsigned int m_stride;
+    unsigned int m_pixelBytes;
+    Byte* m_first;
+};
+
+using SourceLines = Lines<std::uint8_t const>;
+using DestinationLines = Lines<std::uint8_t>;
+
+SourceLines sourceLines(void const* pixels, PixelFormat format, ROI const& roi, unsigned int padding)
+{
+    return {static_cast<std::uint8_t const*>(pixels), format, roi, padding};
+}
+
+DestinationLines destinationLines(void* pixels, PixelFormat format, ROI const& roi, unsigned int padding)
+{
+    return {static_cast<std::uint8_t*>(pixels), format, roi, padding};
+}
+
+bool overlap(SourceLines const& source, DestinationLines const& destination, ROI const& roi)
+{
+    auto const begin = [](auto const& lines) { return reinterpret_cast<std::uintptr_t>(lines.line(0)); };
+    auto const end = [&roi](auto const& lines) { return reinterpret_cast<std::uintptr_t>(lines.pixel(roi.height - 1, roi.width)); };
+    return begin(source) < end(destination) && begin(destination) < end(source);
+}
+
+bool wantsStreaming(SourceLines const& source, DestinationLines const& destination, ROI const& roi)
+{
+    std::size_t const bytes = std::size_t{roi.width} * roi.height * destination.pixelBytes();
+    return bytes >= kStreamedBytes && !overlap(source, destination, roi);
+}
+
+// A renderer with what holds for the line that is being rendered.
+struct RunningRenderer
+{
+    LineKernel kernel;
+    LineParameters parameters;
+};
+
+using RunningRenderers = boost::container::small_vector<RunningRenderer, 16>;
+
+// A renderer that is bypassed still makes the change of depth that its place asks for.
+class BypassScales
+{
+public:
+    BypassScales(PixelFormat in, PixelFormat out)
+        : m_inRange(Tavrin::getBitDepthValueRange(Color::Utils::depthOf(in))),
+          m_outRange(Tavrin::getBitDepthValueRange(Color::Utils::depthOf(out))),
+          m_function(getArithmeticKernel(ArithmeticKernel::Scale))
+    {
+    }
+
+    LineKernel prepareLine(bool isFirst, bool isLast, LineParameters& room) const
+    {
+        float const floatRange = Tavrin::getBitDepthValueRange(Tavrin::BIT_DEPTH_32f);
+        float const scale = (isLast ? m_outRange : floatRange) / (isFirst ? m_inRange : floatRange);
+        return {m_function, room.hold(ScaleParameters{{scale, scale, scale, scale}})};
+    }
+
+private:
+    float m_inRange;
+    float m_outRange;
+    BlockFunction m_function;
+};
+
+void prepareLine(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
+{
+    for (std::size_t i = 0; i < running.size(); ++i)
+    {
+        VirtualRenderer const& renderer = renderers[i];
+        running[i].kernel = renderer.isBypassed() ? bypassScales.prepareLine(i == 0, i + 1 == running.size(), running[i].parameters)
+                                                  : renderer.prepareLine(running[i].parameters);
+    }
+}
+
+} // namespace
+
+CPUEngine::CPUEngine(PixelFormat in, PixelFormat out)
+    : m_in(in), m_out(out), m_source(getFormatFunctions(in)), m_destination(getFormatFunctions(out))
+{
+}
+
+void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI const& roi, unsigned int sourcePadding,
+                      unsigned int destinationPadding, TransformProcessor const& renderers) const
+{
+    if (roi.width == 0 || roi.height == 0)
+        return;
+    SourceLines const source = sourceLines(sourcePixels, m_in, roi, sourcePadding);
+    DestinationLines const destination = destinationLines(destinationPixels, m_out, roi, destinationPadding);
+    DirectLine const direct = renderers.size() == 1 ? renderers[0].getDirectLine(m_in, m_out) : DirectLine();
+    BypassScales const bypassScales(m_in, m_out);
+    bool const streams = wantsStreaming(source, destination, roi);
+    StoreFunction const store = streams ? m_destination.stream : m_destination.store;
+
+    Block block;
+    RunningRenderers running(renderers.size(), boost::container::default_init);
+    for (unsigned int line = 0; line < roi.height; ++line)
+    {
+        if (direct.function != nullptr && !renderers[0].isBypassed())
+        {
+            direct.function(direct.parameters, source.line(line), destination.line(line), roi.width);
+            continue;
+        }
+        prepareLine(renderers, bypassScales, running);
+        for (unsigned int x = 0; x < roi.width; x += Block::kPixels)
+        {
+            unsigned int const count = std::min(roi.width - x, Block::kPixels);
+            m_source.load(source.pixel(line, x), count, block);
+            for (RunningRenderer const& renderer : running)
+                renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line});
+            store(block, count, destination.pixel(line, x));
+        }
+    }
+    if (streams)
+        finishStreaming();
+}
+
+void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int sourcePadding, ROI const& sourceRoi,
+                void* destinationPixels, PixelFormat destinationFormat, unsigned int destinationPadding, ROI const& destinationRoi)
+{
+    if (sourceRoi.width != destinationRoi.width)
+        throw Color::failure(Color::ErrorIds::kRoiMismatch, Color::Module::kUtils, "source active width",
+                             "destination active width");
+    if (sourceRoi.height != destinationRoi.height)
+        throw Color::failure(Color::ErrorIds::kRoiMismatch, Color::Module::kUtils, "source active height",
+                             "destination active height");
+    LoadFunction const load = getFormatFunctions(sourceFormat).load;
+    StoreFunction const store = getFormatFunctions(destinationFormat).store;
+    SourceLines const source = sourceLines(sourcePixels, sourceFormat, sourceRoi, sourcePadding);
+    DestinationLines const destination = destinationLines(destinationPixels, destinationFormat, destinationRoi, destinationPadding);
+
+    Block block;
+    for (unsigned int line = 0; line < sourceRoi.height; ++line)
+    {
+        for (unsigned int x = 0; x < sourceRoi.width; x += Block::kPixels)
+        {
+            unsigned int const count = std::min(sourceRoi.width - x, Block::kPixels);
+            load(source.pixel(line, x), count, block);
+            store(block, count, destination.pixel(line, x));
+        }
+    }
+}
+
+} // namespace Rendering

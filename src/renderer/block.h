@@ -1,0 +1,35 @@
+// A run of pixels on their way through the renderers: one plane per channel, small enough for the first-level cache.
+#ifndef TAVRIN_RENDERER_BLOCK_H
+#define TAVRIN_RENDERER_BLOCK_H
+
+namespace Rendering
+{
+
+// Planes begin on 64 bytes; channels hold code values of the depth that the next renderer takes. Loaders and kernels work in whole
+// vectors, so the places up to the next multiple of a vector's lanes hold values that nobody stores.
+struct Block
+{
+    // Measured best between 512 and 1024 for chains; beyond 2048 the planes leave the cache.
+    static constexpr unsigned int kPixels = 1024;
+    // Keeps equal places of the planes off the same address modulo 4096, which would stall loads behind stores.
+    static constexpr unsigned int kGap = 16;
+
+    alignas(64) float red[kPixels + kGap];
+    alignas(64) float green[kPixels + kGap];
+    alignas(64) float blue[kPixels + kGap];
+    alignas(64) float alpha[kPixels + kGap];
+};
+
+// Where in the image a block's first pixel stands.
+struct ImagePosition
+{
+    unsigned int column;
+    unsigned int row;
+};
+
+// Runs one renderer's arithmetic in place over the first pixels of a block.
+using BlockFunction = void (*)(void const* parameters, Block& block, unsigned int count, ImagePosition position);
+
+} // namespace Rendering
+
+#endif

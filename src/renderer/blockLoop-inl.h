@@ -1,0 +1,43 @@
+// The one loop over a block: a kernel is a function on vectors of pixels, this runs it over the planes.
+#if defined(TAVRIN_RENDERER_BLOCK_LOOP_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef TAVRIN_RENDERER_BLOCK_LOOP_INL_H
+#undef TAVRIN_RENDERER_BLOCK_LOOP_INL_H
+#else
+#define TAVRIN_RENDERER_BLOCK_LOOP_INL_H
+#endif
+
+#include "renderer/block.h"
+
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Rendering::HWY_NAMESPACE
+{
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha).
+template <class Kernel, class Parameters>
+void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition)
+{
+    const Kernel kernel{*static_cast<Parameters const*>(parameters)};
+    const hn::ScalableTag<float> d;
+    const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(d));
+    for (unsigned int i = 0; i < count; i += lanes)
+    {
+        auto red = hn::Load(d, block.red + i);
+        auto green = hn::Load(d, block.green + i);
+        auto blue = hn::Load(d, block.blue + i);
+        auto alpha = hn::Load(d, block.alpha + i);
+        kernel(d, red, green, blue, alpha);
+        hn::Store(red, d, block.red + i);
+        hn::Store(green, d, block.green + i);
+        hn::Store(blue, d, block.blue + i);
+        hn::Store(alpha, d, block.alpha + i);
+    }
+}
+
+} // namespace Rendering::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif

@@ -1,0 +1,76 @@
+// Halfs to floats and back on vectors, with the same bits on every target.
+#if defined(TAVRIN_RENDERER_HALF_FLOAT_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef TAVRIN_RENDERER_HALF_FLOAT_INL_H
+#undef TAVRIN_RENDERER_HALF_FLOAT_INL_H
+#else
+#define TAVRIN_RENDERER_HALF_FLOAT_INL_H
+#endif
+
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Rendering::HWY_NAMESPACE
+{
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// The half patterns in the low bits of 32-bit lanes as floats; exact. A signalling NaN becomes a quiet one, as the processor's own
+// conversion has it.
+template <class D, class VU = hn::VFromD<hn::RebindToUnsigned<D>>>
+HWY_INLINE hn::VFromD<D> HalfBitsToFloat(D d, VU bits)
+{
+    const hn::RebindToUnsigned<D> du;
+    const hn::RebindToSigned<D> di;
+    const auto sign = hn::ShiftLeft<16>(hn::And(bits, hn::Set(du, 0x8000U)));
+    const auto magnitude = hn::And(bits, hn::Set(du, 0x7fffU));
+
+    // Exponents are biased by 127 instead of 15; those of infinity and NaN stand as far again above.
+    const auto rebiased = hn::Add(hn::ShiftLeft<13>(magnitude), hn::Set(du, 112U << 23));
+    const auto special = hn::Gt(hn::BitCast(di, magnitude), hn::Set(di, 0x7bff));
+    const auto isNan = hn::Gt(hn::BitCast(di, magnitude), hn::Set(di, 0x7c00));
+    auto result = hn::IfThenElse(hn::RebindMask(du, special), hn::Add(rebiased, hn::Set(du, 112U << 23)), rebiased);
+    result = hn::IfThenElse(hn::RebindMask(du, isNan), hn::Or(result, hn::Set(du, 0x00400000U)), result);
+
+    // Denormal halfs, and zero, are multiples of 2^-24.
+    const auto isSmall = hn::Lt(hn::BitCast(di, magnitude), hn::Set(di, 0x400));
+    const auto small = hn::Mul(hn::ConvertTo(d, hn::BitCast(di, magnitude)), hn::Set(d, 5.9604644775390625e-8F));
+    result = hn::IfThenElse(hn::RebindMask(du, isSmall), hn::BitCast(du, small), result);
+    return hn::BitCast(d, hn::Or(result, sign));
+}
+
+// Floats as half patterns in the low bits of 32-bit lanes: nearest, ties to even, overflow to infinity. A NaN stays one and quiet,
+// with the upper bits of its payload.
+template <class D>
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits(D d, hn::VFromD<D> value)
+{
+    const hn::RebindToUnsigned<D> du;
+    const hn::RebindToSigned<D> di;
+    const auto bits = hn::BitCast(du, value);
+    const auto sign = hn::And(bits, hn::Set(du, 0x80000000U));
+    const auto magnitude = hn::Xor(bits, sign);
+    const auto compared = hn::BitCast(di, magnitude); // No sign bit, so comparisons as signed numbers hold.
+
+    // Normal halfs: the exponent is rebiased, and half a unit of the last place, less one for even numbers, carries into what
+    // stays.
+    const auto odd = hn::And(hn::ShiftRight<13>(magnitude), hn::Set(du, 1U));
+    const auto rounded = hn::Add(hn::Add(magnitude, hn::Set(du, 0xc8000fffU)), odd);
+    auto result = hn::ShiftRight<13>(rounded);
+
+    // Below 2^-14: adding 0.5 leaves the multiple of 2^-24, rounded by the processor, in the low bits of the sum.
+    const auto half = hn::Set(d, 0.5F);
+    const auto denormal = hn::Sub(hn::BitCast(du, hn::Add(hn::BitCast(d, magnitude), half)), hn::BitCast(du, half));
+    result = hn::IfThenElse(hn::RebindMask(du, hn::Lt(compared, hn::Set(di, 0x38800000))), denormal, result);
+
+    // From 65536 on: infinity, or NaN.
+    const auto infinity = hn::Set(du, 0x7c00U);
+    const auto quietNan = hn::Or(hn::And(hn::ShiftRight<13>(magnitude), hn::Set(du, 0x3ffU)), hn::Set(du, 0x7e00U));
+    const auto isNan = hn::Gt(compared, hn::Set(di, 0x7f800000));
+    const auto isLarge = hn::Gt(compared, hn::Set(di, 0x477fffff));
+    result = hn::IfThenElse(hn::RebindMask(du, isLarge), hn::IfThenElse(hn::RebindMask(du, isNan), quietNan, infinity), result);
+    return hn::Or(result, hn::ShiftRight<16>(sign));
+}
+
+} // namespace Rendering::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif

@@ -1,0 +1,73 @@
+// Arithmetic on blocks of pixels: parameters of each kernel, and the functions that run them.
+#ifndef TAVRIN_RENDERER_KERNELS_ARITHMETIC_H
+#define TAVRIN_RENDERER_KERNELS_ARITHMETIC_H
+
+#include "renderer/block.h"
+
+namespace Rendering
+{
+
+// Each channel times its scale.
+struct ScaleParameters
+{
+    float scale[4]; // red, green, blue, alpha
+};
+
+struct ScaleWithOffsetParameters
+{
+    float scale[4];
+    float offset[4];
+};
+
+// column[c][r] is what input channel c contributes to output channel r.
+struct MatrixParameters
+{
+    float column[4][4];
+};
+
+struct MatrixWithOffsetParameters
+{
+    float column[4][4];
+    float offset[4];
+};
+
+// red, green, blue: value * scale + offset, then the bounds that the kernel's name tells; alpha is only scaled.
+struct RangeParameters
+{
+    float scale;
+    float offset;
+    float lowerBound;
+    float upperBound;
+    float alphaScale;
+};
+
+enum class ArithmeticKernel : unsigned int
+{
+#define TAVRIN_KERNEL(name, Parameters) name,
+#include "renderer/arithmeticKernels.def"
+#undef TAVRIN_KERNEL
+};
+
+// The kernel's function for the current target. Its parameters are those that the list names for the kernel.
+BlockFunction getArithmeticKernel(ArithmeticKernel kernel);
+
+} // namespace Rendering
+
+namespace Color::SSE2
+{
+
+// The lane-wise functions that renderers share, over arrays of any length, on the current target. Their polynomials have about four
+// correct decimal digits, and their exact values are part of the rendered result.
+
+// x to the power exponent; +0 for x that is not above 0, NaN included.
+void ssePower(float const* x, float const* exponent, float* result, unsigned int count);
+
+// 2 to the power x: +0 below -126, infinity from 128 on; a NaN gives a NaN.
+void sseExp2(float const* x, float* result, unsigned int count);
+
+// The logarithm to base 2 of a positive, normal x.
+void sseLog2(float const* x, float* result, unsigned int count);
+
+} // namespace Color::SSE2
+
+#endif

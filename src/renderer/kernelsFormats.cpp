@@ -1,0 +1,750 @@
+// Loads and stores of the 32 pixel formats, compiled once for each target.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "renderer/kernelsFormats.cpp"
+#include "renderer/simdTargets-inl.h"
+
+#include <hwy/foreach_target.h>
+
+#include <hwy/highway.h>
+
+#include "renderer/halfFloat-inl.h"
+#include "renderer/kernelsFormats.h"
+#include "utils/errorMessage.h"
+#include "utils/utils.h"
+
+#include <cstdint>
+#include <cstring>
+
+#ifndef TAVRIN_RENDERER_KERNELS_FORMATS_CPP_ONCE
+#define TAVRIN_RENDERER_KERNELS_FORMATS_CPP_ONCE
+namespace Rendering
+{
+
+// The order of channels in memory.
+enum class Layout
+{
+    RGB,
+    RGBA,
+    BGR,
+    BGRA,
+    ABGR
+};
+
+// Where red, green, blue and alpha stand among the channels; -1 for none.
+struct ChannelOrder
+{
+    int red;
+    int green;
+    int blue;
+    int alpha;
+};
+
+constexpr ChannelOrder orderOf(Layout layout)
+{
+    switch (layout)
+    {
+    case Layout::RGB:
+        return {0, 1, 2, -1};
+    case Layout::RGBA:
+        return {0, 1, 2, 3};
+    case Layout::BGR:
+        return {2, 1, 0, -1};
+    case Layout::BGRA:
+        return {2, 1, 0, 3};
+    case Layout::ABGR:
+        return {3, 2, 1, 0};
+    }
+    return {};
+}
+
+constexpr bool hasAlpha(Layout layout)
+{
+    return orderOf(layout).alpha >= 0;
+}
+constexpr unsigned int channelsOf(Layout layout)
+{
+    return hasAlpha(layout) ? 4 : 3;
+}
+
+struct FormatTable
+{
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) FormatFunctions layout##_##depth;
+#include <tavrin/pixelFormats.def>
+#undef TAVRIN_PIXEL_FORMAT
+};
+
+} // namespace Rendering
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace Rendering::HWY_NAMESPACE
+{
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using D = hn::ScalableTag<float>;
+using DU = hn::RebindToUnsigned<D>;
+using DI = hn::RebindToSigned<D>;
+using V = hn::VFromD<D>;
+using VU = hn::VFromD<DU>;
+
+// Four channels in memory order, or three and an unused one.
+struct Channels
+{
+    V c0;
+    V c1;
+    V c2;
+    V c3;
+};
+
+struct CodeChannels
+{
+    VU c0;
+    VU c1;
+    VU c2;
+    VU c3;
+};
+
+constexpr std::size_t kMaxPixelBytes = 16;
+
+// ---------------------------------------------------------------- four channels of 32 bits: transposes
+
+#undef TAVRIN_TRANSPOSE_AVX512
+#if HWY_TARGET == HWY_AVX3
+#define TAVRIN_TRANSPOSE_AVX512 1
+#else
+#define TAVRIN_TRANSPOSE_AVX512 0
+#endif
+
+#if TAVRIN_TRANSPOSE_AVX512
+
+// Registers of four whole pixels each, in order, become channels in pixel order; eight shuffles.
+HWY_INLINE Channels Deinterleave(V p0, V p1, V p2, V p3)
+{
+    const __m512i first = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
+    const __m512i second = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 3, 7, 11, 15, 19, 23, 27, 31);
+    const __m512 c01low = _mm512_permutex2var_ps(p0.raw, first, p1.raw);
+    const __m512 c23low = _mm512_permutex2var_ps(p0.raw, second, p1.raw);
+    const __m512 c01high = _mm512_permutex2var_ps(p2.raw, first, p3.raw);
+    const __m512 c23high = _mm512_permutex2var_ps(p2.raw, second, p3.raw);
+    return {V{_mm512_shuffle_f32x4(c01low, c01high, 0x44)}, V{_mm512_shuffle_f32x4(c01low, c01high, 0xee)},
+            V{_mm512_shuffle_f32x4(c23low, c23high, 0x44)}, V{_mm512_shuffle_f32x4(c23low, c23high, 0xee)}};
+}
+
+// The way back.
+HWY_INLINE void Interleave(Channels const& c, V& p0, V& p1, V& p2, V& p3)
+{
+    const __m512i low = _mm512_setr_epi32(0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+    const __m512i high = _mm512_setr_epi32(8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
+    const __m512i lowPairs = _mm512_setr_epi64(0, 8, 1, 9, 2, 10, 3, 11);
+    const __m512i highPairs = _mm512_setr_epi64(4, 12, 5, 13, 6, 14, 7, 15);
+    const __m512d c01low = _mm512_castps_pd(_mm512_permutex2var_ps(c.c0.raw, low, c.c1.raw));
+    const __m512d c23low = _mm512_castps_pd(_mm512_permutex2var_ps(c.c2.raw, low, c.c3.raw));
+    const __m512d c01high = _mm512_castps_pd(_mm512_permutex2var_ps(c.c0.raw, high, c.c1.raw));
+    const __m512d c23high = _mm512_castps_pd(_mm512_permutex2var_ps(c.c2.raw, high, c.c3.raw));
+    p0 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01low, lowPairs, c23low))};
+    p1 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01low, highPairs, c23low))};
+    p2 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01high, lowPairs, c23high))};
+    p3 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01high, highPairs, c23high))};
+}
+
+#elif HWY_TARGET == HWY_AVX2
+
+// A register holds pixels k and k + 4; in-lane shuffles then leave the channels in pixel order.
+HWY_INLINE Channels Deinterleave(V p04, V p15, V p26, V p37)
+{
+    const D d;
+    const hn::RepartitionToWide<DU> du64;
+    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, p04, p15));
+    const auto c23low = hn::BitCast(du64, hn::InterleaveUpper(d, p04, p15));
+    const auto c01high = hn::BitCast(du64, hn::InterleaveLower(d, p26, p37));
+    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, p26, p37));
+    return {hn::BitCast(d, hn::InterleaveLower(du64, c01low, c01high)), hn::BitCast(d, hn::InterleaveUpper(du64, c01low, c01high)),
+            hn::BitCast(d, hn::InterleaveLower(du64, c23low, c23high)), hn::BitCast(d, hn::InterleaveUpper(du64, c23low, c23high))};
+}
+
+// Two pixels a register, in order.
+HWY_INLINE void Interleave(Channels const& c, V& p01, V& p23, V& p45, V& p67)
+{
+    const D d;
+    const hn::RepartitionToWide<DU> du64;
+    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, c.c0, c.c1));
+    const auto c23low = hn::BitCast(du64, hn::InterleaveLower(d, c.c2, c.c3));
+    const auto c01high = hn::BitCast(du64, hn::InterleaveUpper(d, c.c0, c.c1));
+    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, c.c2, c.c3));
+    const V p04 = hn::BitCast(d, hn::InterleaveLower(du64, c01low, c23low));
+    const V p15 = hn::BitCast(d, hn::InterleaveUpper(du64, c01low, c23low));
+    const V p26 = hn::BitCast(d, hn::InterleaveLower(du64, c01high, c23high));
+    const V p37 = hn::BitCast(d, hn::InterleaveUpper(du64, c01high, c23high));
+    p01 = hn::ConcatLowerLower(d, p15, p04);
+    p23 = hn::ConcatLowerLower(d, p37, p26);
+    p45 = hn::ConcatUpperUpper(d, p15, p04);
+    p67 = hn::ConcatUpperUpper(d, p37, p26);
+}
+
+#endif
+
+// The four registers that Deinterleave takes, from floats in memory.
+HWY_INLINE Channels LoadFourFloats(const float* p)
+{
+    const D d;
+#if TAVRIN_TRANSPOSE_AVX512
+    return Deinterleave(hn::LoadU(d, p), hn::LoadU(d, p + 16), hn::LoadU(d, p + 32), hn::LoadU(d, p + 48));
+#elif HWY_TARGET == HWY_AVX2
+    const auto pair = [p](int k)
+    { return V{_mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(p + 4 * k)), _mm_loadu_ps(p + 4 * k + 16), 1)}; };
+    return Deinterleave(pair(0), pair(1), pair(2), pair(3));
+#elif HWY_TARGET == HWY_SCALAR
+    return {hn::LoadU(d, p), hn::LoadU(d, p + 1), hn::LoadU(d, p + 2), hn::LoadU(d, p + 3)};
+#else
+    Channels c;
+    hn::LoadInterleaved4(d, p, c.c0, c.c1, c.c2, c.c3);
+    return c;
+#endif
+}
+
+template <bool kStream>
+HWY_INLINE void StoreVector(V v, float* p)
+{
+    const D d;
+    if constexpr (kStream)
+        hn::Stream(v, d, p);
+    else
+        hn::StoreU(v, d, p);
+}
+
+template <bool kStream>
+HWY_INLINE void StoreFourFloats(Channels const& c, float* p)
+{
+#if TAVRIN_TRANSPOSE_AVX512 || HWY_TARGET == HWY_AVX2
+    const std::size_t lanes = hn::Lanes(D());
+    V p0, p1, p2, p3;
+    Interleave(c, p0, p1, p2, p3);
+    StoreVector<kStream>(p0, p);
+    StoreVector<kStream>(p1, p + lanes);
+    StoreVector<kStream>(p2, p + 2 * lanes);
+    StoreVector<kStream>(p3, p + 3 * lanes);
+#elif HWY_TARGET == HWY_SCALAR
+    StoreVector<false>(c.c0, p);
+    StoreVector<false>(c.c1, p + 1);
+    StoreVector<false>(c.c2, p + 2);
+    StoreVector<false>(c.c3, p + 3);
+#else
+    hn::StoreInterleaved4(c.c0, c.c1, c.c2, c.c3, D(), p);
+#endif
+}
+
+// ---------------------------------------------------------------- elements
+
+// Unsigned integers of 8 or 16 bits; kMax is the depth's highest code.
+template <class T, unsigned int kMax>
+struct IntegerElement
+{
+    using Type = T;
+    static constexpr float kImplicitAlpha = static_cast<float>(kMax);
+
+    static HWY_INLINE V ToFloat(VU codes) { return hn::ConvertTo(D(), hn::BitCast(DI(), codes)); }
+
+    // Comparisons, not Min and Max, whose rule for NaN depends on the target: a NaN fails both and becomes 0.
+    static HWY_INLINE VU FromFloat(V value)
+    {
+        const D d;
+        const V max = hn::Set(d, static_cast<float>(kMax));
+        V v = hn::Add(value, hn::Set(d, 0.5F));
+        v = hn::IfThenElse(hn::Gt(v, max), max, v);
+        v = hn::IfThenElseZero(hn::Ge(v, hn::Zero(d)), v);
+        return hn::BitCast(DU(), hn::ConvertTo(DI(), v));
+    }
+};
+
+struct HalfElement
+{
+    using Type = std::uint16_t;
+    static constexpr float kImplicitAlpha = 1.0F;
+
+    static HWY_INLINE V ToFloat(VU codes) { return HalfBitsToFloat(D(), codes); }
+    static HWY_INLINE VU FromFloat(V value) { return FloatToHalfBits(D(), value); }
+};
+
+// ---------------------------------------------------------------- pixels of 3 channels, and codes of 4
+
+// Elements of T in the low bits of 32-bit lanes.
+template <class T>
+HWY_INLINE VU Widen(hn::VFromD<hn::Rebind<T, D>> narrow)
+{
+    return hn::PromoteTo(DU(), narrow);
+}
+
+template <class T>
+HWY_INLINE CodeChannels LoadCodes3(const T* p)
+{
+    const hn::Rebind<T, D> dt;
+#if HWY_TARGET == HWY_SCALAR
+    return {Widen<T>(hn::LoadU(dt, p)), Widen<T>(hn::LoadU(dt, p + 1)), Widen<T>(hn::LoadU(dt, p + 2)), hn::Zero(DU())};
+#else
+    hn::VFromD<decltype(dt)> n0, n1, n2;
+    hn::LoadInterleaved3(dt, p, n0, n1, n2);
+    return {Widen<T>(n0), Widen<T>(n1), Widen<T>(n2), hn::Zero(DU())};
+#endif
+}
+
+template <class T>
+HWY_INLINE void StoreCodes3(CodeChannels const& c, T* p)
+{
+    const hn::Rebind<T, D> dt;
+    const DI di;
+    const auto n0 = hn::DemoteTo(dt, hn::BitCast(di, c.c0));
+    const auto n1 = hn::DemoteTo(dt, hn::BitCast(di, c.c1));
+    const auto n2 = hn::DemoteTo(dt, hn::BitCast(di, c.c2));
+#if HWY_TARGET == HWY_SCALAR
+    hn::StoreU(n0, dt, p);
+    hn::StoreU(n1, dt, p + 1);
+    hn::StoreU(n2, dt, p + 2);
+#else
+    hn::StoreInterleaved3(n0, n1, n2, dt, p);
+#endif
+}
+
+// Four bytes a pixel: one 32-bit lane each.
+HWY_INLINE CodeChannels LoadCodes4(const std::uint8_t* p)
+{
+    const DU du;
+    const VU pixel = hn::LoadU(du, reinterpret_cast<const std::uint32_t*>(p));
+    const VU mask = hn::Set(du, 0xffU);
+    return {hn::And(pixel, mask), hn::And(hn::ShiftRight<8>(pixel), mask), hn::And(hn::ShiftRight<16>(pixel), mask),
+            hn::ShiftRight<24>(pixel)};
+}
+
+template <bool kStream>
+HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint8_t* p)
+{
+    const VU pixel = hn::Or(hn::Or(c.c0, hn::ShiftLeft<8>(c.c1)), hn::Or(hn::ShiftLeft<16>(c.c2), hn::ShiftLeft<24>(c.c3)));
+    StoreVector<kStream>(hn::BitCast(D(), pixel), reinterpret_cast<float*>(p));
+}
+
+// Eight bytes a pixel: two 32-bit lanes, each of two elements.
+HWY_INLINE CodeChannels LoadCodes4(const std::uint16_t* p)
+{
+    const DU du;
+    const std::uint32_t* const words = reinterpret_cast<const std::uint32_t*>(p);
+#if HWY_TARGET == HWY_SCALAR
+    const VU first = hn::LoadU(du, words);
+    const VU second = hn::LoadU(du, words + 1);
+#else
+    const VU low = hn::LoadU(du, words);
+    const VU high = hn::LoadU(du, words + hn::Lanes(du));
+    const VU first = hn::ConcatEven(du, high, low);
+    const VU second = hn::ConcatOdd(du, high, low);
+#endif
+    const VU mask = hn::Set(du, 0xffffU);
+    return {hn::And(first, mask), hn::ShiftRight<16>(first), hn::And(second, mask), hn::ShiftRight<16>(second)};
+}
+
+template <bool kStream>
+HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint16_t* p)
+{
+    const D d;
+    float* const words = reinterpret_cast<float*>(p);
+    const VU first = hn::Or(c.c0, hn::ShiftLeft<16>(c.c1));
+    const VU second = hn::Or(c.c2, hn::ShiftLeft<16>(c.c3));
+#if HWY_TARGET == HWY_SCALAR
+    StoreVector<false>(hn::BitCast(d, first), words);
+    StoreVector<false>(hn::BitCast(d, second), words + 1);
+#elif TAVRIN_TRANSPOSE_AVX512
+    const __m512i low = _mm512_setr_epi32(0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+    const __m512i high = _mm512_setr_epi32(8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
+    StoreVector<kStream>(hn::BitCast(d, VU{_mm512_permutex2var_epi32(first.raw, low, second.raw)}), words);
+    StoreVector<kStream>(hn::BitCast(d, VU{_mm512_permutex2var_epi32(first.raw, high, second.raw)}), words + 16);
+#else
+    const DU du;
+    const VU lower = hn::InterleaveLower(du, first, second);
+    const VU upper = hn::InterleaveUpper(du, first, second);
+#if HWY_TARGET == HWY_AVX2
+    StoreVector<kStream>(hn::BitCast(d, hn::ConcatLowerLower(du, upper, lower)), words);
+    StoreVector<kStream>(hn::BitCast(d, hn::ConcatUpperUpper(du, upper, lower)), words + hn::Lanes(du));
+#else
+    StoreVector<kStream>(hn::BitCast(d, lower), words);
+    StoreVector<kStream>(hn::BitCast(d, upper), words + hn::Lanes(du));
+#endif
+#endif
+}
+
+// ---------------------------------------------------------------- formats
+
+// The channel of memory that holds each colour, and back.
+template <Layout kLayout, class C, class Value>
+HWY_INLINE C InMemoryOrder(Value red, Value green, Value blue, Value alpha)
+{
+    constexpr ChannelOrder order = orderOf(kLayout);
+    if constexpr (order.red == 0)
+        return {red, green, blue, alpha};
+    else if constexpr (order.red == 2)
+        return {blue, green, red, alpha};
+    else
+        return {alpha, blue, green, red};
+}
+
+template <Layout kLayout, class C, class Value>
+HWY_INLINE void InColorOrder(C const& c, Value& red, Value& green, Value& blue, Value& alpha)
+{
+    constexpr ChannelOrder order = orderOf(kLayout);
+    if constexpr (order.red == 0)
+    {
+        red = c.c0;
+        green = c.c1;
+        blue = c.c2;
+        alpha = c.c3;
+    }
+    else if constexpr (order.red == 2)
+    {
+        red = c.c2;
+        green = c.c1;
+        blue = c.c0;
+        alpha = c.c3;
+    }
+    else
+    {
+        alpha = c.c0;
+        blue = c.c1;
+        green = c.c2;
+        red = c.c3;
+    }
+}
+
+// Integer elements, and halfs where the target has no conversion of its own.
+template <Layout kLayout, class Element>
+struct CodeFormat
+{
+    using T = typename Element::Type;
+    static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(T);
+    static constexpr bool kCanStream = hasAlpha(kLayout);
+
+    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        const T* const elements = reinterpret_cast<const T*>(p);
+        VU r, g, b, a;
+        if constexpr (hasAlpha(kLayout))
+            InColorOrder<kLayout>(LoadCodes4(elements), r, g, b, a);
+        else
+            InColorOrder<kLayout>(LoadCodes3(elements), r, g, b, a);
+        red = Element::ToFloat(r);
+        green = Element::ToFloat(g);
+        blue = Element::ToFloat(b);
+        alpha = hasAlpha(kLayout) ? Element::ToFloat(a) : hn::Set(D(), Element::kImplicitAlpha);
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
+    {
+        T* const elements = reinterpret_cast<T*>(p);
+        const VU a = hasAlpha(kLayout) ? Element::FromFloat(alpha) : hn::Zero(DU());
+        const CodeChannels c =
+            InMemoryOrder<kLayout, CodeChannels>(Element::FromFloat(red), Element::FromFloat(green), Element::FromFloat(blue), a);
+        if constexpr (hasAlpha(kLayout))
+            StoreCodes4<kStream>(c, elements);
+        else
+            StoreCodes3(c, elements);
+    }
+};
+
+template <Layout kLayout>
+struct FloatFormat
+{
+    static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(float);
+    static constexpr bool kCanStream = hasAlpha(kLayout);
+
+    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        const D d;
+        const float* const elements = reinterpret_cast<const float*>(p);
+        if constexpr (hasAlpha(kLayout))
+        {
+            InColorOrder<kLayout>(LoadFourFloats(elements), red, green, blue, alpha);
+        }
+        else
+        {
+            Channels c;
+            c.c3 = hn::Set(d, 1.0F);
+#if HWY_TARGET == HWY_SCALAR
+            c.c0 = hn::LoadU(d, elements);
+            c.c1 = hn::LoadU(d, elements + 1);
+            c.c2 = hn::LoadU(d, elements + 2);
+#else
+            hn::LoadInterleaved3(d, elements, c.c0, c.c1, c.c2);
+#endif
+            InColorOrder<kLayout>(c, red, green, blue, alpha);
+        }
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
+    {
+        float* const elements = reinterpret_cast<float*>(p);
+        const Channels c = InMemoryOrder<kLayout, Channels>(red, green, blue, alpha);
+        if constexpr (hasAlpha(kLayout))
+        {
+            StoreFourFloats<kStream>(c, elements);
+        }
+        else
+        {
+#if HWY_TARGET == HWY_SCALAR
+            StoreVector<false>(c.c0, elements);
+            StoreVector<false>(c.c1, elements + 1);
+            StoreVector<false>(c.c2, elements + 2);
+#else
+            hn::StoreInterleaved3(c.c0, c.c1, c.c2, D(), elements);
+#endif
+        }
+    }
+};
+
+template <Layout kLayout>
+struct HalfFormat : CodeFormat<kLayout, HalfElement>
+{
+};
+
+#if TAVRIN_TRANSPOSE_AVX512 || HWY_TARGET == HWY_AVX2
+
+// Four halfs a pixel: the processor's conversion on whole pixels, then the transposes of floats.
+template <Layout kLayout>
+requires(hasAlpha(kLayout)) struct HalfFormat<kLayout>
+{
+    static constexpr std::size_t kPixelBytes = 8;
+    static constexpr bool kCanStream = true;
+
+    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+#if TAVRIN_TRANSPOSE_AVX512
+        const auto pixels = [p](int k)
+        { return V{_mm512_cvtph_ps(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32 * k)))}; };
+#else
+        const auto pixels = [p](int k)
+        {
+            const __m128i first = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + 8 * k));
+            const __m128i fourth = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + 8 * k + 32));
+            return V{_mm256_cvtph_ps(_mm_unpacklo_epi64(first, fourth))};
+        };
+#endif
+        InColorOrder<kLayout>(Deinterleave(pixels(0), pixels(1), pixels(2), pixels(3)), red, green, blue, alpha);
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
+    {
+        V p0, p1, p2, p3;
+        Interleave(InMemoryOrder<kLayout, Channels>(red, green, blue, alpha), p0, p1, p2, p3);
+#if TAVRIN_TRANSPOSE_AVX512
+        StorePair<kStream>(p0, p1, p);
+        StorePair<kStream>(p2, p3, p + 64);
+#else
+        StorePair<kStream>(p0, p1, p);
+        StorePair<kStream>(p2, p3, p + 32);
+#endif
+    }
+
+private:
+    template <bool kStream>
+    static HWY_INLINE void StorePair(V low, V high, std::uint8_t* p)
+    {
+        constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
+#if TAVRIN_TRANSPOSE_AVX512
+        const __m512i both =
+            _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtps_ph(low.raw, kRound)), _mm512_cvtps_ph(high.raw, kRound), 1);
+        StoreVector<kStream>(V{_mm512_castsi512_ps(both)}, reinterpret_cast<float*>(p));
+#else
+        const __m256i both =
+            _mm256_inserti128_si256(_mm256_castsi128_si256(_mm256_cvtps_ph(low.raw, kRound)), _mm256_cvtps_ph(high.raw, kRound), 1);
+        StoreVector<kStream>(V{_mm256_castsi256_ps(both)}, reinterpret_cast<float*>(p));
+#endif
+    }
+};
+
+#endif
+
+// One big-endian word of ten bits a colour; alpha's two bits are taken and given as they stand.
+template <Layout kLayout>
+struct PackedFormat
+{
+    using Element = IntegerElement<std::uint16_t, 1023>;
+    static constexpr std::size_t kPixelBytes = 4;
+    static constexpr bool kCanStream = true;
+
+    static HWY_INLINE VU SwapBytes(VU word)
+    {
+        const DU du;
+        return hn::Or(hn::Or(hn::ShiftLeft<24>(word), hn::And(hn::ShiftLeft<8>(word), hn::Set(du, 0x00ff0000U))),
+                      hn::Or(hn::And(hn::ShiftRight<8>(word), hn::Set(du, 0x0000ff00U)), hn::ShiftRight<24>(word)));
+    }
+
+    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        const DU du;
+        const VU word = SwapBytes(hn::LoadU(du, reinterpret_cast<const std::uint32_t*>(p)));
+        const VU mask = hn::Set(du, 0x3ffU);
+        red = Element::ToFloat(hn::ShiftRight<22>(word));
+        green = Element::ToFloat(hn::And(hn::ShiftRight<12>(word), mask));
+        blue = Element::ToFloat(hn::And(hn::ShiftRight<2>(word), mask));
+        alpha = hasAlpha(kLayout) ? Element::ToFloat(hn::And(word, hn::Set(du, 3U))) : hn::Set(D(), Element::kImplicitAlpha);
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
+    {
+        const DU du;
+        VU word = hn::Or(hn::ShiftLeft<22>(Element::FromFloat(red)),
+                         hn::Or(hn::ShiftLeft<12>(Element::FromFloat(green)), hn::ShiftLeft<2>(Element::FromFloat(blue))));
+        if constexpr (hasAlpha(kLayout))
+            word = hn::Or(word, hn::And(Element::FromFloat(alpha), hn::Set(du, 3U)));
+        StoreVector<kStream>(hn::BitCast(D(), SwapBytes(word)), reinterpret_cast<float*>(p));
+    }
+};
+
+template <Layout kLayout>
+using Format_8i = CodeFormat<kLayout, IntegerElement<std::uint8_t, 255>>;
+template <Layout kLayout>
+using Format_10i = CodeFormat<kLayout, IntegerElement<std::uint16_t, 1023>>;
+template <Layout kLayout>
+using Format_12i = CodeFormat<kLayout, IntegerElement<std::uint16_t, 4095>>;
+template <Layout kLayout>
+using Format_16i = CodeFormat<kLayout, IntegerElement<std::uint16_t, 65535>>;
+template <Layout kLayout>
+using Format_10iP = PackedFormat<kLayout>;
+template <Layout kLayout>
+using Format_16f = HalfFormat<kLayout>;
+template <Layout kLayout>
+using Format_32f = FloatFormat<kLayout>;
+
+// ---------------------------------------------------------------- loops
+
+template <class Format>
+HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
+{
+    const D d;
+    V red, green, blue, alpha;
+    Format::Load(p, red, green, blue, alpha);
+    hn::Store(red, d, block.red + at);
+    hn::Store(green, d, block.green + at);
+    hn::Store(blue, d, block.blue + at);
+    hn::Store(alpha, d, block.alpha + at);
+}
+
+template <class Format>
+void Load(void const* source, unsigned int count, Block& block)
+{
+    const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
+    const std::uint8_t* p = static_cast<const std::uint8_t*>(source);
+    unsigned int i = 0;
+    for (; i + lanes <= count; i += lanes, p += lanes * Format::kPixelBytes)
+        LoadVector<Format>(p, i, block);
+    if (i < count)
+    {
+        alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes] = {};
+        std::memcpy(rest, p, (count - i) * Format::kPixelBytes);
+        LoadVector<Format>(rest, i, block);
+    }
+}
+
+// The block's planes are read unaligned, since the first place may be any.
+template <class Format, bool kStream>
+HWY_INLINE void StoreVectorOf(Block const& block, unsigned int at, std::uint8_t* p)
+{
+    const D d;
+    Format::template Store<kStream>(hn::LoadU(d, block.red + at), hn::LoadU(d, block.green + at), hn::LoadU(d, block.blue + at),
+                                    hn::LoadU(d, block.alpha + at), p);
+}
+
+template <class Format>
+void StorePart(Block const& block, unsigned int begin, unsigned int end, std::uint8_t* p)
+{
+    const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
+    unsigned int i = begin;
+    for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
+        StoreVectorOf<Format, false>(block, i, p);
+    if (i < end)
+    {
+        alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes];
+        StoreVectorOf<Format, false>(block, i, rest);
+        std::memcpy(p, rest, (end - i) * Format::kPixelBytes);
+    }
+}
+
+template <class Format>
+void Store(Block const& block, unsigned int count, void* destination)
+{
+    StorePart<Format>(block, 0, count, static_cast<std::uint8_t*>(destination));
+}
+
+// Pixels up to the first 64-byte boundary go the ordinary way, and so does everything where no pixel begins on one.
+template <class Format>
+void Stream(Block const& block, unsigned int count, void* destination)
+{
+    std::uint8_t* p = static_cast<std::uint8_t*>(destination);
+    if constexpr (Format::kCanStream && HWY_TARGET != HWY_SCALAR)
+    {
+        constexpr std::size_t kLine = 64;
+        const std::size_t gap = (kLine - reinterpret_cast<std::uintptr_t>(p) % kLine) % kLine;
+        if (gap % Format::kPixelBytes != 0 || gap / Format::kPixelBytes >= count)
+            return StorePart<Format>(block, 0, count, p);
+        const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
+        unsigned int i = static_cast<unsigned int>(gap / Format::kPixelBytes);
+        StorePart<Format>(block, 0, i, p);
+        p += gap;
+        for (; i + lanes <= count; i += lanes, p += lanes * Format::kPixelBytes)
+            StoreVectorOf<Format, true>(block, i, p);
+        StorePart<Format>(block, i, count, p);
+    }
+    else
+    {
+        StorePart<Format>(block, 0, count, p);
+    }
+}
+
+template <class Format>
+constexpr FormatFunctions functionsOf()
+{
+    return {&Load<Format>, &Store<Format>, &Stream<Format>};
+}
+
+constexpr FormatTable kFormats = {
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) functionsOf<Format_##depth<Layout::layout>>(),
+#include <tavrin/pixelFormats.def>
+#undef TAVRIN_PIXEL_FORMAT
+};
+
+} // namespace Rendering::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+#include "renderer/simdTarget.h"
+
+#include <hwy/cache_control.h>
+
+namespace Rendering
+{
+
+FormatFunctions const& getFormatFunctions(PixelFormat format)
+{
+    static constexpr PerTarget<FormatTable> kTables TAVRIN_PER_TARGET(kFormats);
+    FormatTable const& table = *kTables[getSimdTarget()];
+    switch (format)
+    {
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) \
+    case Tavrin::PF_##layout##_##depth:                                   \
+        return table.layout##_##depth;
+#include <tavrin/pixelFormats.def>
+#undef TAVRIN_PIXEL_FORMAT
+    case Tavrin::PF_UNKNOWN:
+        break;
+    }
+    throw Color::failure(Color::ErrorIds::kIllegalPixelFormat, Color::Module::kUtils);
+}
+
+void finishStreaming()
+{
+    hwy::FlushStream();
+}
+
+} // namespace Rendering
+
+#endif

@@ -1,0 +1,38 @@
+// How pixels of each format come into a block and leave it.
+#ifndef TAVRIN_RENDERER_KERNELS_FORMATS_H
+#define TAVRIN_RENDERER_KERNELS_FORMATS_H
+
+#include "renderer/block.h"
+
+#include <tavrin/vocabulary.h>
+
+namespace Rendering
+{
+
+using Tavrin::PixelFormat;
+
+// Reads pixels into the first places of the block: code values as floats; a format without alpha gives the depth's maximum.
+using LoadFunction = void (*)(void const* source, unsigned int count, Block& block);
+
+// Writes the first pixels of the block. Integer depths: 0.5 is added, then clamped and truncated, a NaN becomes 0; halfs are
+// rounded to nearest even; floats pass as they are.
+using StoreFunction = void (*)(Block const& block, unsigned int count, void* destination);
+
+struct FormatFunctions
+{
+    LoadFunction load;
+    StoreFunction store;
+    // Goes past the caches; for large destinations that nobody reads soon, and never for memory that is also the source. End a run
+    // of such stores with finishStreaming().
+    StoreFunction stream;
+};
+
+// The functions of the current target; throws "Illegal pixel format" for a value that is no format.
+FormatFunctions const& getFormatFunctions(PixelFormat format);
+
+// Makes streamed pixels visible to other threads in order.
+void finishStreaming();
+
+} // namespace Rendering
+
+#endif

@@ -1,0 +1,25 @@
+// Names of renderer kinds, and what renderers do unless they say otherwise.
+#include "renderer/virtualRenderer.h"
+
+namespace Rendering
+{
+
+char const* getRendererKindName(RendererKind kind)
+{
+    switch (kind)
+    {
+#define TAVRIN_RENDERER_KIND(number, name) \
+    case RendererKind::name:               \
+        return #name;
+#include "renderer/rendererKinds.def"
+#undef TAVRIN_RENDERER_KIND
+    }
+    return "";
+}
+
+DirectLine VirtualRenderer::getDirectLine(Tavrin::PixelFormat, Tavrin::PixelFormat) const
+{
+    return {};
+}
+
+} // namespace Rendering

@@ -1,0 +1,120 @@
+// One operator, ready to run over pixels.
+#ifndef TAVRIN_RENDERER_VIRTUAL_RENDERER_H
+#define TAVRIN_RENDERER_VIRTUAL_RENDERER_H
+
+#include "renderer/block.h"
+#include "transform/op.h"
+
+#include <tavrin/vocabulary.h>
+
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+#include <vector>
+
+namespace Rendering
+{
+
+enum class RendererKind : unsigned int
+{
+#define TAVRIN_RENDERER_KIND(number, name) name = number,
+#include "renderer/rendererKinds.def"
+#undef TAVRIN_RENDERER_KIND
+};
+
+// The number of kinds. A kind is known by its class's name.
+inline constexpr unsigned int kRendererKinds = 37;
+char const* getRendererKindName(RendererKind kind);
+
+// Arithmetic with its parameters, for one line of pixels.
+struct LineKernel
+{
+    BlockFunction function;
+    void const* parameters;
+};
+
+// Room for parameters that hold for one line only, since they follow from dynamic values.
+struct LineParameters
+{
+    alignas(16) std::byte bytes[256];
+
+    // Puts a copy into the room and returns its address.
+    template <class Parameters>
+    Parameters const* hold(Parameters const& parameters)
+    {
+        static_assert(sizeof(Parameters) <= sizeof bytes && std::is_trivially_copyable_v<Parameters>);
+        return ::new (static_cast<void*>(bytes)) Parameters(parameters);
+    }
+};
+
+// A way from one format straight to another that leaves the blocks out, with the same bytes as the way through them.
+struct DirectLine
+{
+    void (*function)(void const* parameters, void const* source, void* destination, unsigned int count) = nullptr;
+    void const* parameters = nullptr;
+};
+
+// Holds an operator's parameters in the form that the pixel loops want. Built once by finalize and read-only afterwards, except for
+// the dynamic properties that it shares with its operator.
+class VirtualRenderer
+{
+public:
+    // The operator need not outlive the renderer.
+    explicit VirtualRenderer(Color::Op const& op) : m_bypass(op.getBypass()) {}
+    VirtualRenderer(VirtualRenderer const&) = delete;
+    VirtualRenderer& operator=(VirtualRenderer const&) = delete;
+    virtual ~VirtualRenderer() = default;
+
+    virtual RendererKind getOpType() const = 0;
+
+    // What runs over the next line. Dynamic values are read here and hold for the line.
+    virtual LineKernel prepareLine(LineParameters& room) const = 0;
+
+    // Used when this renderer is the only one; no function when there is no such way for the two formats.
+    virtual DirectLine getDirectLine(Tavrin::PixelFormat in, Tavrin::PixelFormat out) const;
+
+    // Whether the next line is only to change its depth.
+    bool isBypassed() const { return m_bypass->getValue(); }
+
+private:
+    std::shared_ptr<Color::BypassDynamicProperty> m_bypass;
+};
+
+// The renderers of one transform, in order.
+class TransformProcessor
+{
+public:
+    void append(std::unique_ptr<VirtualRenderer> renderer) { m_renderers.push_back(std::move(renderer)); }
+    void clear() { m_renderers.clear(); }
+    std::size_t size() const { return m_renderers.size(); }
+    bool empty() const { return m_renderers.empty(); }
+    VirtualRenderer const& operator[](std::size_t index) const { return *m_renderers[index]; }
+
+private:
+    std::vector<std::unique_ptr<VirtualRenderer>> m_renderers;
+};
+
+// A renderer whose parameters never change after finalize.
+template <RendererKind kKind, class Parameters>
+class StaticRenderer : public VirtualRenderer
+{
+public:
+    StaticRenderer(Color::Op const& op, BlockFunction function, Parameters const& parameters)
+        : VirtualRenderer(op), m_function(function), m_parameters(parameters)
+    {
+    }
+
+    RendererKind getOpType() const override { return kKind; }
+    LineKernel prepareLine(LineParameters&) const override { return {m_function, &m_parameters}; }
+
+protected:
+    Parameters const& getParameters() const { return m_parameters; }
+
+private:
+    BlockFunction m_function;
+    Parameters m_parameters;
+};
+
+} // namespace Rendering
+
+#endif

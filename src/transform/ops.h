@@ -1,0 +1,8 @@
+// All operator classes; for tables that are expanded from opTypes.def.
+#ifndef TAVRIN_TRANSFORM_OPS_H
+#define TAVRIN_TRANSFORM_OPS_H
+
+#include "transform/matrixOp.h"
+#include "transform/rangeOp.h"
+
+#endif
