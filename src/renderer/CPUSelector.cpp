@@ -36,6 +36,12 @@ public:
     Byte* line(unsigned int index) const { return m_first + std::size_t{index} * m_stride; }
     Byte* pixel(unsigned int lineIndex, unsigned int x) const { return line(lineIndex) + std::size_t{x} * m_pixelBytes; }
 
+    // What is read when the line is done up to x: the rest of the line, or the next one.
+    UpcomingPixels following(unsigned int lineIndex, unsigned int x, unsigned int width) const
+    {
+        return {x < width ? pixel(lineIndex, x) : line(lineIndex + 1), m_pixelBytes};
+    }
+
 private:
     unsigned int m_stride;
     unsigned int m_pixelBytes;
@@ -146,7 +152,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
             m_source.load(source.pixel(line, x), count, block);
             for (RunningRenderer const& renderer : running)
                 renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line});
-            store(block, count, destination.pixel(line, x));
+            store(block, count, destination.pixel(line, x), source.following(line, x + count, roi.width));
         }
     }
     if (streams)
@@ -174,7 +180,7 @@ void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int
         {
             unsigned int const count = std::min(sourceRoi.width - x, Block::kPixels);
             load(source.pixel(line, x), count, block);
-            store(block, count, destination.pixel(line, x));
+            store(block, count, destination.pixel(line, x), source.following(line, x + count, sourceRoi.width));
         }
     }
 }

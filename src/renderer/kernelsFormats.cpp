@@ -5,10 +5,12 @@
 
 #include <hwy/foreach_target.h>
 
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #include "renderer/halfFloat-inl.h"
 #include "renderer/kernelsFormats.h"
+#include "renderer/truncate-inl.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -106,6 +108,7 @@ struct CodeChannels
 };
 
 constexpr std::size_t kMaxPixelBytes = 16;
+constexpr std::size_t kCacheLine = 64;
 
 // ---------------------------------------------------------------- four channels of 32 bits: transposes
 
@@ -245,15 +248,11 @@ struct IntegerElement
 
     static HWY_INLINE V ToFloat(VU codes) { return hn::ConvertTo(D(), hn::BitCast(DI(), codes)); }
 
-    // Comparisons, not Min and Max, whose rule for NaN depends on the target: a NaN fails both and becomes 0.
     static HWY_INLINE VU FromFloat(V value)
     {
         const D d;
-        const V max = hn::Set(d, static_cast<float>(kMax));
-        V v = hn::Add(value, hn::Set(d, 0.5F));
-        v = hn::IfThenElse(hn::Gt(v, max), max, v);
-        v = hn::IfThenElseZero(hn::Ge(v, hn::Zero(d)), v);
-        return hn::BitCast(DU(), hn::ConvertTo(DI(), v));
+        const V rounded = hn::Add(value, hn::Set(d, 0.5F));
+        return hn::BitCast(DU(), TruncateInRange(d, ClampToCodes(d, rounded, hn::Set(d, static_cast<float>(kMax)))));
     }
 };
 
@@ -653,13 +652,26 @@ HWY_INLINE void StoreVectorOf(Block const& block, unsigned int at, std::uint8_t*
                                     hn::LoadU(d, block.alpha + at), p);
 }
 
-template <class Format>
-void StorePart(Block const& block, unsigned int begin, unsigned int end, std::uint8_t* p)
+// Asks for the source of as many pixels as a vector holds.
+HWY_INLINE void Prefetch(UpcomingPixels& upcoming)
+{
+    const std::uint8_t* const begin = static_cast<const std::uint8_t*>(upcoming.begin);
+    const std::size_t bytes = hn::Lanes(D()) * upcoming.pixelBytes;
+    for (std::size_t i = 0; i < bytes; i += kCacheLine)
+        hwy::Prefetch(begin + i);
+    upcoming.begin = begin + bytes;
+}
+
+template <class Format, bool kStream>
+HWY_INLINE void StorePart(Block const& block, unsigned int begin, unsigned int end, std::uint8_t* p, UpcomingPixels& upcoming)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
     unsigned int i = begin;
     for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
-        StoreVectorOf<Format, false>(block, i, p);
+    {
+        Prefetch(upcoming);
+        StoreVectorOf<Format, kStream>(block, i, p);
+    }
     if (i < end)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes];
@@ -669,34 +681,28 @@ void StorePart(Block const& block, unsigned int begin, unsigned int end, std::ui
 }
 
 template <class Format>
-void Store(Block const& block, unsigned int count, void* destination)
+void Store(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
 {
-    StorePart<Format>(block, 0, count, static_cast<std::uint8_t*>(destination));
+    StorePart<Format, false>(block, 0, count, static_cast<std::uint8_t*>(destination), upcoming);
 }
 
 // Pixels up to the first 64-byte boundary go the ordinary way, and so does everything where no pixel begins on one.
 template <class Format>
-void Stream(Block const& block, unsigned int count, void* destination)
+void Stream(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
 {
-    std::uint8_t* p = static_cast<std::uint8_t*>(destination);
     if constexpr (Format::kCanStream && HWY_TARGET != HWY_SCALAR)
     {
-        constexpr std::size_t kLine = 64;
-        const std::size_t gap = (kLine - reinterpret_cast<std::uintptr_t>(p) % kLine) % kLine;
-        if (gap % Format::kPixelBytes != 0 || gap / Format::kPixelBytes >= count)
-            return StorePart<Format>(block, 0, count, p);
-        const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
-        unsigned int i = static_cast<unsigned int>(gap / Format::kPixelBytes);
-        StorePart<Format>(block, 0, i, p);
-        p += gap;
-        for (; i + lanes <= count; i += lanes, p += lanes * Format::kPixelBytes)
-            StoreVectorOf<Format, true>(block, i, p);
-        StorePart<Format>(block, i, count, p);
+        std::uint8_t* const p = static_cast<std::uint8_t*>(destination);
+        const std::size_t gap = (kCacheLine - reinterpret_cast<std::uintptr_t>(p) % kCacheLine) % kCacheLine;
+        const unsigned int ordinary = static_cast<unsigned int>(gap / Format::kPixelBytes);
+        if (gap % Format::kPixelBytes == 0 && ordinary < count)
+        {
+            StorePart<Format, false>(block, 0, ordinary, p, upcoming);
+            StorePart<Format, true>(block, ordinary, count, p + gap, upcoming);
+            return;
+        }
     }
-    else
-    {
-        StorePart<Format>(block, 0, count, p);
-    }
+    Store<Format>(block, count, destination, upcoming);
 }
 
 template <class Format>
@@ -717,8 +723,6 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 
 #include "renderer/simdTarget.h"
-
-#include <hwy/cache_control.h>
 
 namespace Rendering
 {

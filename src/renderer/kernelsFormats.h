@@ -14,9 +14,17 @@ using Tavrin::PixelFormat;
 // Reads pixels into the first places of the block: code values as floats; a format without alpha gives the depth's maximum.
 using LoadFunction = void (*)(void const* source, unsigned int count, Block& block);
 
+// The source pixels that come after those of the block. They are fetched into the cache while the block is stored, when the memory
+// has nothing else to read; the address need not be valid.
+struct UpcomingPixels
+{
+    void const* begin;
+    unsigned int pixelBytes;
+};
+
 // Writes the first pixels of the block. Integer depths: 0.5 is added, then clamped and truncated, a NaN becomes 0; halfs are
 // rounded to nearest even; floats pass as they are.
-using StoreFunction = void (*)(Block const& block, unsigned int count, void* destination);
+using StoreFunction = void (*)(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming);
 
 struct FormatFunctions
 {

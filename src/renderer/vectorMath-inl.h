@@ -6,6 +6,8 @@
 #define TAVRIN_RENDERER_VECTOR_MATH_INL_H
 #endif
 
+#include "renderer/truncate-inl.h"
+
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -27,7 +29,7 @@ HWY_INLINE V Exp2(D d, V x)
     V limited = hn::IfThenElse(hn::Gt(x, lowest), x, lowest); // NaN becomes the limit
     limited = hn::IfThenElse(hn::Lt(limited, highest), limited, highest);
     const auto notNegative = hn::Ge(limited, hn::Zero(d));
-    const auto truncated = hn::ConvertTo(di, limited);
+    const auto truncated = TruncateInRange(d, limited);
     const auto integer = hn::Add(truncated, hn::IfThenElseZero(hn::Not(hn::RebindMask(di, notNegative)), hn::Set(di, -1)));
     const V whole = hn::ConvertTo(d, integer);
     const V f = hn::Sub(limited, whole);
