@@ -1,4 +1,6 @@
 // Renderers of the matrix: a diagonal one needs no cross terms, one without offsets no additions.
+#include "renderer/CPUMatrixOp.h"
+
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/opRenderers.h"
 #include "transform/matrixOp.h"

@@ -1,4 +1,6 @@
 // Renderers of the range: one for each combination of scaling and of the two clamps.
+#include "renderer/CPURangeOp.h"
+
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/opRenderers.h"
 #include "transform/rangeOp.h"

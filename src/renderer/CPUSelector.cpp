@@ -1,6 +1,7 @@
 // The pixel engine's loops over lines and blocks.
 #include "renderer/CPUSelector.h"
 
+#include "renderer/CPUMatrixOp.h"
 #include "renderer/kernelsArithmetic.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"

@@ -1,4 +1,5 @@
-// The arithmetic kernels, written once and compiled for each target: parameters and formulas, pixel by pixel.
+// The arithmetic kernels of all operators, compiled for each target. The formulas stand in the operators' own files
+// (CPUMatrixOp-inl.h and so on); here they come together, since the headers of the instruction sets are dear to compile.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "renderer/kernelsArithmetic.cpp"
 #include "renderer/simdTargets-inl.h"
@@ -7,6 +8,8 @@
 
 #include <hwy/highway.h>
 
+#include "renderer/CPUMatrixOp-inl.h"
+#include "renderer/CPURangeOp-inl.h"
 #include "renderer/blockLoop-inl.h"
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/vectorMath-inl.h"
@@ -41,111 +44,6 @@ namespace Rendering::HWY_NAMESPACE
 {
 
 namespace hn = hwy::HWY_NAMESPACE;
-
-// Multiplications and additions stay apart: a fused one would give other bits where the processor has it.
-template <class D, class V>
-HWY_INLINE V ScaleAndOffset(D d, V value, float scale, float offset)
-{
-    return hn::Add(hn::Mul(value, hn::Set(d, scale)), hn::Set(d, offset));
-}
-
-struct Scale : ScaleParameters
-{
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = hn::Mul(r, hn::Set(d, scale[0]));
-        g = hn::Mul(g, hn::Set(d, scale[1]));
-        b = hn::Mul(b, hn::Set(d, scale[2]));
-        a = hn::Mul(a, hn::Set(d, scale[3]));
-    }
-};
-
-struct ScaleWithOffset : ScaleWithOffsetParameters
-{
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = ScaleAndOffset(d, r, scale[0], offset[0]);
-        g = ScaleAndOffset(d, g, scale[1], offset[1]);
-        b = ScaleAndOffset(d, b, scale[2], offset[2]);
-        a = ScaleAndOffset(d, a, scale[3], offset[3]);
-    }
-};
-
-// One output channel: the sum of the products of red and green, and that of blue and alpha, are added.
-template <class D, class V>
-HWY_INLINE V MatrixRow(D d, float const (&column)[4][4], int row, V r, V g, V b, V a)
-{
-    const V redGreen = hn::Add(hn::Mul(hn::Set(d, column[0][row]), r), hn::Mul(hn::Set(d, column[1][row]), g));
-    const V blueAlpha = hn::Add(hn::Mul(hn::Set(d, column[2][row]), b), hn::Mul(hn::Set(d, column[3][row]), a));
-    return hn::Add(redGreen, blueAlpha);
-}
-
-struct Matrix : MatrixParameters
-{
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        const V red = MatrixRow(d, column, 0, r, g, b, a);
-        const V green = MatrixRow(d, column, 1, r, g, b, a);
-        const V blue = MatrixRow(d, column, 2, r, g, b, a);
-        a = MatrixRow(d, column, 3, r, g, b, a);
-        r = red;
-        g = green;
-        b = blue;
-    }
-};
-
-struct MatrixWithOffset : MatrixWithOffsetParameters
-{
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        const V red = hn::Add(MatrixRow(d, column, 0, r, g, b, a), hn::Set(d, offset[0]));
-        const V green = hn::Add(MatrixRow(d, column, 1, r, g, b, a), hn::Set(d, offset[1]));
-        const V blue = hn::Add(MatrixRow(d, column, 2, r, g, b, a), hn::Set(d, offset[2]));
-        a = hn::Add(MatrixRow(d, column, 3, r, g, b, a), hn::Set(d, offset[3]));
-        r = red;
-        g = green;
-        b = blue;
-    }
-};
-
-// Comparisons, not Min and Max, whose rule for NaN depends on the target: a NaN becomes the lower bound where there is one, and
-// stays where there is only an upper bound.
-template <bool kScales, bool kHasMin, bool kHasMax>
-struct Range : RangeParameters
-{
-    template <class D, class V>
-    HWY_INLINE V Limit(D d, V value) const
-    {
-        const V t = kScales ? ScaleAndOffset(d, value, scale, offset) : value;
-        V result = t;
-        if constexpr (kHasMin)
-            result = hn::IfThenElse(hn::Gt(t, hn::Set(d, lowerBound)), t, hn::Set(d, lowerBound));
-        if constexpr (kHasMax) // Wins where an integer depth put it below the lower bound.
-            result = hn::IfThenElse(hn::Gt(t, hn::Set(d, upperBound)), hn::Set(d, upperBound), result);
-        return result;
-    }
-
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = Limit(d, r);
-        g = Limit(d, g);
-        b = Limit(d, b);
-        a = hn::Mul(a, hn::Set(d, alphaScale));
-    }
-};
-
-using RangeScaleMinMax = Range<true, true, true>;
-using RangeScaleMin = Range<true, true, false>;
-using RangeScaleMax = Range<true, false, true>;
-using RangeScale = Range<true, false, false>;
-using RangeMinMax = Range<false, true, true>;
-using RangeMin = Range<false, true, false>;
-using RangeMax = Range<false, false, true>;
 
 constexpr ArithmeticKernelTable kArithmeticKernels = {
 #define TAVRIN_KERNEL(name, Parameters) &RunOverBlock<name, Parameters>,

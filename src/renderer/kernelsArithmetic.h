@@ -1,4 +1,5 @@
-// Arithmetic on blocks of pixels: parameters of each kernel, and the functions that run them.
+// Arithmetic on blocks of pixels: the functions that run each kernel on the current target. The operators' own headers
+// (CPUMatrixOp.h and so on) hold the parameters.
 #ifndef TAVRIN_RENDERER_KERNELS_ARITHMETIC_H
 #define TAVRIN_RENDERER_KERNELS_ARITHMETIC_H
 
@@ -6,40 +7,6 @@
 
 namespace Rendering
 {
-
-// Each channel times its scale.
-struct ScaleParameters
-{
-    float scale[4]; // red, green, blue, alpha
-};
-
-struct ScaleWithOffsetParameters
-{
-    float scale[4];
-    float offset[4];
-};
-
-// column[c][r] is what input channel c contributes to output channel r.
-struct MatrixParameters
-{
-    float column[4][4];
-};
-
-struct MatrixWithOffsetParameters
-{
-    float column[4][4];
-    float offset[4];
-};
-
-// red, green, blue: value * scale + offset, then the bounds that the kernel's name tells; alpha is only scaled.
-struct RangeParameters
-{
-    float scale;
-    float offset;
-    float lowerBound;
-    float upperBound;
-    float alphaScale;
-};
 
 enum class ArithmeticKernel : unsigned int
 {

@@ -1,0 +1,20 @@
+// Parameters of the range kernels.
+#ifndef TAVRIN_RENDERER_CPU_RANGE_OP_H
+#define TAVRIN_RENDERER_CPU_RANGE_OP_H
+
+namespace Rendering
+{
+
+// red, green, blue: value * scale + offset, then the bounds that the kernel's name tells; alpha is only scaled.
+struct RangeParameters
+{
+    float scale;
+    float offset;
+    float lowerBound;
+    float upperBound;
+    float alphaScale;
+};
+
+} // namespace Rendering
+
+#endif

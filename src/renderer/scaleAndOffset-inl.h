@@ -1,0 +1,27 @@
+// A multiplication and an addition, which many kernels begin or end with.
+#if defined(TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H
+#undef TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H
+#else
+#define TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H
+#endif
+
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Rendering::HWY_NAMESPACE
+{
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Multiplications and additions stay apart: a fused one would give other bits where the processor has it.
+template <class D, class V>
+HWY_INLINE V ScaleAndOffset(D d, V value, float scale, float offset)
+{
+    return hn::Add(hn::Mul(value, hn::Set(d, scale)), hn::Set(d, offset));
+}
+
+} // namespace Rendering::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif
