@@ -102,6 +102,8 @@ public:
     MatrixOp compose(MatrixOp const& second) const;
 
 private:
+    void _requireOffsetIndex(unsigned int index) const;
+
     MatrixArray m_array;
     Offsets m_offsets;
 };

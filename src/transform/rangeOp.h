@@ -24,7 +24,6 @@ public:
     void setOutputBitDepth(BitDepth depth) override;
     // Also derives scale, offset and bounds.
     void validate() const override;
-    bool isNoop() const override;
     bool isIdentity() const override;
     bool operator==(Op const& other) const override;
 
