@@ -16,3 +16,21 @@ add_compile_options(-Wall -Wextra -Wpedantic -ffp-contract=off)
 if(TAVRIN_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)
 endif()
+
+if(TAVRIN_SANITIZE)
+  # A finding of the undefined behaviour sanitizer ends the program, so that a test fails. Debug checks of the standard library
+  # find what a container hides from the sanitizers.
+  add_compile_options(-fsanitize=${TAVRIN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=${TAVRIN_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # With sanitizers gcc reports variables of its own making as perhaps uninitialised.
+    add_compile_options(-Wno-maybe-uninitialized)
+  endif()
+endif()
+
+if(TAVRIN_COVERAGE)
+  # Atomic counters: tests of threads count too.
+  add_compile_options(--coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
