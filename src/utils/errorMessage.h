@@ -3,9 +3,11 @@
 #define TAVRIN_UTILS_ERROR_MESSAGE_H
 
 #include "utils/errorIds.h"
+#include "utils/messageFormat.h"
 
 #include <tavrin/status.h>
 
+#include <array>
 #include <string>
 
 namespace Color
@@ -25,6 +27,20 @@ enum class Component : unsigned int
 };
 using Feature = unsigned int;
 
+namespace Utils
+{
+
+struct ErrorFormat
+{
+    ErrorId id;
+    char const* format;
+};
+
+// All failures in the order of look-up, up to a row with id 0 and an empty format.
+extern ErrorFormat const allMsgs[];
+
+} // namespace Utils
+
 // An error id with its message, filled in.
 class ErrorMessage
 {
@@ -39,11 +55,17 @@ public:
     // Id 0, "No Error".
     static ErrorMessage const& noErrorMsg();
 
-    // Formats with positional conversions ("%1$s"); the text is cut at 1023 characters.
+    // Fills in the format as formatMessage does; the text is cut at 1023 characters.
+    template <class... Arguments>
     static ErrorMessage buildMessage(std::string const& moduleTag, Component component, Feature feature, ErrorId id,
-                                     char const* format, ...);
+                                     char const* format, Arguments const&... arguments)
+    {
+        return _build(moduleTag, component, feature, id, format,
+                      std::array<MessageArgument, sizeof...(Arguments)>{MessageArgument(arguments)...});
+    }
 
-    // The format of an id, from the one table. An unknown id is reported on standard error; the result is then null or empty.
+    // The format of an id: the first row of Utils::allMsgs that has it. An id without a format is reported on standard error; the
+    // result is then null, or the empty format that the row has.
     static char const* getFormatStr(ErrorId id);
 
     ErrorId getId() const { return m_id; }
@@ -61,6 +83,8 @@ private:
     {
     };
     explicit ErrorMessage(NoError);
+    static ErrorMessage _build(std::string const& moduleTag, Component component, Feature feature, ErrorId id, char const* format,
+                               std::span<MessageArgument const> arguments);
     void _setDetailedMsg(std::string const& moduleTag, Component component, Feature feature, std::string const& text);
 
     ErrorId m_id;
@@ -102,34 +126,12 @@ struct ErrorSite
     int line;
 };
 
-// Text and number arguments in the form that printf takes.
-inline char const* printfArgument(std::string const& text)
-{
-    return text.c_str();
-}
-inline char const* printfArgument(char const* text)
-{
-    return text;
-}
-inline int printfArgument(int value)
-{
-    return value;
-}
-inline int printfArgument(unsigned int value)
-{
-    return static_cast<int>(value);
-}
-inline double printfArgument(double value)
-{
-    return value;
-}
-
 // The message of an id, with the arguments of its format. Component and feature follow from the id.
 template <class... Arguments>
 ErrorMessage errorMessage(ErrorId id, char const* moduleTag, Arguments const&... arguments)
 {
     return ErrorMessage::buildMessage(moduleTag, static_cast<Component>(id & 0xfff00000U), id & 0xffff0000U, id,
-                                      ErrorMessage::getFormatStr(id), printfArgument(arguments)...);
+                                      ErrorMessage::getFormatStr(id), arguments...);
 }
 
 // What a throw site throws: throw failure(ErrorIds::kEmptyTransform, Module::kTransformAll);

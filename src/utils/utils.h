@@ -79,12 +79,12 @@ char const* getEnv(char const* name);
 // Overwrites; true on success.
 bool setEnv(char const* name, char const* value);
 std::FILE* freopen(char const* path, char const* mode, std::FILE* file);
-// Aligned memory, to be released with alignedFree; null when there is none.
+// Memory aligned to a power of two (or better), to be released with alignedFree; null when there is none.
 void* alignedMalloc(std::size_t size, std::size_t alignment);
 void alignedFree(void* memory);
 void sleep(unsigned int seconds);
 void redirectStdoutToFile(char const* path);
-// Reopens the terminal.
+// Reopens the terminal. Where the process has none, standard output is closed afterwards.
 void restoreStdout();
 // True on success.
 bool chmod(char const* path, unsigned int mode);
