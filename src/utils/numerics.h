@@ -7,7 +7,7 @@
 namespace Foundation::Numerics
 {
 
-// 2 to the power ceil(log2(n)); 0 for 0.
+// 2 to the power ceil(log2(n)); 0 for 0 and where that power has more than 32 bits.
 unsigned int computeNextPowerOf2(unsigned int n);
 
 // The value of a half pattern.
@@ -16,7 +16,7 @@ float convertHalfBitsToFloat(unsigned short bits);
 // Infinities become the largest finite float of their sign, NaN becomes 0.
 float sanitizeFloat(float value);
 
-// Whether the mantissas agree within the tolerance, at the binary magnitude of a.
+// Whether b differs from a by less than the tolerance times the next power of two above the magnitude of a.
 bool compareMantissa(float a, float b, float tolerance);
 
 // Whether two halfs differ by more than so many units in the last place. A NaN equals only a NaN, an infinity only itself.
