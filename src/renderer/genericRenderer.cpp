@@ -1,0 +1,92 @@
+// Which renderer a transform gets: the caller's choice, unless the environment names another one.
+#include "renderer/genericRenderer.h"
+
+#include "renderer/CPURenderer.h"
+#include "utils/errorMessage.h"
+#include "utils/utils.h"
+
+#include <string_view>
+
+namespace Rendering
+{
+
+namespace
+{
+
+namespace ErrorIds = Color::ErrorIds;
+namespace Module = Color::Module;
+
+struct RendererWord
+{
+    std::string_view word;
+    RenderingType type;
+};
+
+constexpr RendererWord kRendererWords[] = {
+    {"CPU", RENDERING_CPU},
+    {"OCIO", RENDERING_OCIO},
+    {"GPU", RENDERING_GPU},
+    {"OCIO_GPU", RENDERING_OCIO_GPU},
+};
+
+// Words match exactly; an unknown one is ignored.
+RenderingType chosenType(char const* variable, RenderingType type)
+{
+    char const* const value = Foundation::Utils::getEnv(variable);
+    if (value == nullptr)
+        return type;
+    for (RendererWord const& entry : kRendererWords)
+    {
+        if (entry.word == value)
+            return entry.type;
+    }
+    return type;
+}
+
+Color::Exception notValid(char const* renderer)
+{
+    return Color::failure(ErrorIds::kRendererNotValid, Module::kRenderer, renderer);
+}
+
+Color::Exception notAvailable(char const* renderer)
+{
+    return Color::failure(ErrorIds::kNoRenderer, Module::kRenderer, renderer);
+}
+
+} // namespace
+
+// OCIO is a valid choice on the CPU side, but this library has no such renderer: it is reported as one that is not available.
+std::shared_ptr<GenericCPURenderer> getCPURenderer(RenderingType type)
+{
+    switch (chosenType("TAVRIN_CPU_RENDERER", type))
+    {
+    case RENDERING_DEFAULT:
+    case RENDERING_CPU:
+        return std::make_shared<CPURenderer>();
+    case RENDERING_OCIO:
+        throw notAvailable("OCIO");
+    case RENDERING_GPU:
+    case RENDERING_OCIO_GPU:
+        throw notValid("GPU");
+    }
+    return nullptr;
+}
+
+// There is no renderer on the GPU side yet, with or without an adaptor.
+std::shared_ptr<GenericGPURenderer> getGPURenderer(RenderingType type)
+{
+    switch (chosenType("TAVRIN_GPU_RENDERER", type))
+    {
+    case RENDERING_DEFAULT:
+    case RENDERING_GPU:
+        throw notAvailable("GPU");
+    case RENDERING_CPU:
+    case RENDERING_OCIO:
+        throw notValid("CPU");
+    case RENDERING_OCIO_GPU:
+        throw notValid("OCIO GPU");
+    }
+    return nullptr;
+}
+
+} // namespace Rendering

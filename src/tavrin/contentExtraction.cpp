@@ -1,0 +1,120 @@
+// The walk by which a caller can display a transform: what every operator tells, and for each operator what is its own.
+#include "tavrin/contentExtraction.h"
+
+#include "transform/ops.h"
+#include "utils/utils.h"
+
+#include <array>
+
+namespace Tavrin
+{
+
+namespace
+{
+
+using Callbacks = Transform::ContentCallbacks;
+using Color::Utils::formatFloat;
+
+void addEntry(Callbacks& callbacks, std::string const& key, std::string const& value)
+{
+    callbacks.addEntry(key.c_str(), value.c_str());
+}
+
+void addNumber(Callbacks& callbacks, std::string const& key, double value)
+{
+    addEntry(callbacks, key, formatFloat(static_cast<float>(value)));
+}
+
+void addDescriptions(Callbacks& callbacks, Color::Descriptions const& descriptions)
+{
+    unsigned int number = 0;
+    for (std::string const& text : descriptions.getList())
+        addEntry(callbacks, "Description " + std::to_string(++number), text);
+}
+
+// What each operator tells of its own: an overload for every operator.
+
+void addOwnEntries(Callbacks& callbacks, Color::MatrixOp const& matrix)
+{
+    Color::MatrixOp::MatrixArray const& array = matrix.getArray();
+    for (unsigned int row = 0; row < 4; ++row)
+    {
+        unsigned int const first = row * array.getDimension();
+        addEntry(callbacks, "Array Row " + std::to_string(row + 1),
+                 formatTuple({array.get(first), array.get(first + 1), array.get(first + 2), array.get(first + 3),
+                              matrix.getOffsets()[row]}));
+    }
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::RangeOp const& range)
+{
+    if (!range.minIsEmpty())
+    {
+        addNumber(callbacks, "Min Input Value", range.getMinInValue());
+        addNumber(callbacks, "Min Output Value", range.getMinOutValue());
+    }
+    if (!range.maxIsEmpty())
+    {
+        addNumber(callbacks, "Max Input Value", range.getMaxInValue());
+        addNumber(callbacks, "Max Output Value", range.getMaxOutValue());
+    }
+}
+
+using AddOwnEntries = void (*)(Callbacks& callbacks, Color::Op const& op);
+
+constexpr std::array kOwnEntries = {
+#define TAVRIN_OP(number, Class, name, Family)                  \
+    AddOwnEntries([](Callbacks& callbacks, Color::Op const& op) \
+                  { addOwnEntries(callbacks, static_cast<Color::Class const&>(op)); }),
+#define TAVRIN_OP_RESERVED(number, Class) AddOwnEntries([](Callbacks&, Color::Op const&) {}),
+#include "transform/opTypes.def"
+#undef TAVRIN_OP
+#undef TAVRIN_OP_RESERVED
+};
+
+void extractOp(Color::Op const& op, Callbacks& callbacks)
+{
+    callbacks.beginSection(op.getOpTypeName().c_str());
+    addEntry(callbacks, "Identifier", op.getId());
+    addEntry(callbacks, "Name", op.getName());
+    addEntry(callbacks, "Input Bit Depth", getBitDepthName(op.getInputBitDepth()));
+    addEntry(callbacks, "Output Bit Depth", getBitDepthName(op.getOutputBitDepth()));
+    if (op.getBypass()->getValue())
+        addEntry(callbacks, "Bypass", "true");
+    addDescriptions(callbacks, op.getDescriptions());
+    kOwnEntries.at(static_cast<std::size_t>(op.getOpType()))(callbacks, op);
+    callbacks.endSection();
+}
+
+} // namespace
+
+void extractContent(Color::Transform const& transform, Callbacks& callbacks)
+{
+    // Depths first: an empty transform has none, and is refused before a section begins.
+    char const* const inputDepth = getBitDepthName(transform.getInputBitDepth());
+    char const* const outputDepth = getBitDepthName(transform.getOutputBitDepth());
+
+    callbacks.beginSection("Transform");
+    addDescriptions(callbacks, transform.getDescriptions());
+    addEntry(callbacks, "Input Descriptor", transform.getInputDescriptor());
+    addEntry(callbacks, "Output Descriptor", transform.getOutputDescriptor());
+    addEntry(callbacks, "Input Bit Depth", inputDepth);
+    addEntry(callbacks, "Output Bit Depth", outputDepth);
+    addEntry(callbacks, "Nickname", transform.getName());
+    addEntry(callbacks, "Inverse Of", transform.getInverseOfId());
+    addEntry(callbacks, "Identifier", transform.getId());
+    Color::OpList const& ops = transform.getOps();
+    for (unsigned int i = 0; i < ops.size(); ++i)
+        extractOp(ops.get(i), callbacks);
+    callbacks.endSection();
+}
+
+std::string formatTuple(std::initializer_list<float> values)
+{
+    std::string text;
+    for (float const value : values)
+        text += formatFloat(value);
+    return text;
+}
+
+} // namespace Tavrin

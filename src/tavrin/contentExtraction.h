@@ -1,0 +1,23 @@
+// The walk by which a caller can display a transform.
+#ifndef TAVRIN_TAVRIN_CONTENT_EXTRACTION_H
+#define TAVRIN_TAVRIN_CONTENT_EXTRACTION_H
+
+#include "transform/transform.h"
+
+#include <tavrin/transform.h>
+
+#include <initializer_list>
+#include <string>
+
+namespace Tavrin
+{
+
+// Tells the transform section by section: its own entries, then a section for each operator. An empty transform is refused.
+void extractContent(Color::Transform const& transform, Transform::ContentCallbacks& callbacks);
+
+// Numbers as formatFloat prints them, one after the other; the width of the field separates them.
+std::string formatTuple(std::initializer_list<float> values);
+
+} // namespace Tavrin
+
+#endif

@@ -1,0 +1,80 @@
+// The public handles, the destructors of the public interfaces, and the functions that make transforms without a file.
+#include <tavrin/files.h>
+#include <tavrin/transform.h>
+#include <tavrin/transformFactory.h>
+
+#include "tavrin/transformImpl.h"
+#include "transform/transformFactory.h"
+#include "utils/errorMessage.h"
+
+namespace Tavrin
+{
+
+Transform::~Transform() = default;
+Transform::ContentCallbacks::~ContentCallbacks() = default;
+SupportedExtensionsCallBack::~SupportedExtensionsCallBack() = default;
+
+TransformPtr::TransformPtr() = default;
+TransformPtr::TransformPtr(Transform* transform) : m_transform(transform) {}
+TransformPtr::TransformPtr(TransformPtr const& other) = default;
+TransformPtr::~TransformPtr() = default;
+TransformPtr& TransformPtr::operator=(TransformPtr const& other) = default;
+
+void TransformPtr::reset()
+{
+    m_transform.reset();
+}
+
+void TransformPtr::reset(Transform* transform)
+{
+    m_transform.reset(transform);
+}
+
+Transform* TransformPtr::get() const
+{
+    return m_transform.get();
+}
+
+Transform& TransformPtr::operator*() const
+{
+    return *m_transform;
+}
+
+Transform* TransformPtr::operator->() const
+{
+    return m_transform.get();
+}
+
+long TransformPtr::getUseCount() const
+{
+    return m_transform.use_count();
+}
+
+TransformPtr::operator bool() const
+{
+    return m_transform != nullptr;
+}
+
+TavStatus CreateMatrixTransform(BitDepth input, BitDepth output, float const* matrix, float const* offsets, bool hasAlpha,
+                                TransformPtr& transform)
+{
+    return Color::statusOf(
+        [&]
+        {
+            if (matrix == nullptr)
+                throw Color::failure(Color::ErrorIds::kNullParameter, Color::Module::kLibrary, "matrix");
+            transform.reset(new Impl::Transform(Color::CreateMatrixTransform(input, output, matrix, offsets, hasAlpha)));
+        });
+}
+
+TavStatus concatenateTransforms(TransformPtr const& first, TransformPtr const& second, TransformPtr& transform)
+{
+    return Color::statusOf(
+        [&]
+        {
+            auto const model = Color::concatenateTransforms(Impl::Transform::getModel(first), Impl::Transform::getModel(second));
+            transform.reset(new Impl::Transform(model));
+        });
+}
+
+} // namespace Tavrin
