@@ -94,6 +94,16 @@ enum : unsigned int
     RENDERER_GPU = 2
 };
 
+// How a 1D table relates to half floats. Half domain: it has 65536 rows, row i for the input whose half bit pattern is i. Raw
+// halfs: its values come and go as half bit patterns instead of numbers.
+typedef unsigned int HalfFlags;
+enum : unsigned int
+{
+    HALF_FLAGS_NONE = 0,
+    HALF_FLAGS_INPUT_HALF_DOMAIN = 1,
+    HALF_FLAGS_OUTPUT_RAW_HALFS = 2
+};
+
 // Bits 0 to 30: the lowest priority of the simplifications that finalize carries out. Bit 31: leave operators with a
 // dynamic property alone.
 typedef unsigned int OptimizerFlags;
