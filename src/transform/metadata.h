@@ -4,6 +4,7 @@
 
 #include <list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Color
@@ -30,6 +31,12 @@ public:
     // The first item of that name; the first form makes a new one when there is none.
     Metadata& operator[](std::string const& name);
     Metadata const& operator[](std::string const& name) const;
+    // Adds an item at the end and does not look for one of the same name; for readers, which keep an index of their own.
+    Metadata& append(Metadata item)
+    {
+        m_items.push_back(std::move(item));
+        return m_items.back();
+    }
     // Erases the first item of that name.
     void remove(std::string const& name);
 

@@ -1,0 +1,225 @@
+// Which element reads which tag of a transform file. A new operator adds its elements here: a row for each range of versions, and
+// one for each of its children's tags.
+#include "xml/ctfElements.h"
+
+#include "utils/utils.h"
+#include "xml/arrayElt.h"
+#include "xml/ctfVersions.h"
+#include "xml/ctfVocabulary.h"
+#include "xml/dynamicParamElt.h"
+#include "xml/matrixElt.h"
+#include "xml/metadataElt.h"
+#include "xml/opElt.h"
+#include "xml/rangeElt.h"
+#include "xml/transformElt.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace Color::Xml::Reader
+{
+
+namespace
+{
+
+using OpType = Op::OpType;
+
+// The versions of the format in which an element stands. All of them end at the newest one or where the next range begins.
+struct VersionRange
+{
+    float from;
+    bool includesFrom;
+    float to;
+
+    constexpr bool contains(float version) const { return (version > from || (includesFrom && version == from)) && version <= to; }
+};
+
+constexpr VersionRange upTo(float version)
+{
+    return {-std::numeric_limits<float>::infinity(), true, version};
+}
+
+constexpr VersionRange above(float version)
+{
+    return {version, false, Versions::kNewest};
+}
+
+constexpr VersionRange since(float version)
+{
+    return {version, true, Versions::kNewest};
+}
+
+template <class Elt>
+std::unique_ptr<OpElt> createOpElt()
+{
+    return std::make_unique<Elt>();
+}
+
+struct OpRow
+{
+    char const* tag;
+    OpType type;
+    VersionRange versions;
+    std::unique_ptr<OpElt> (*create)(); // Null while the operator has no element.
+};
+
+// clang-format off
+constexpr OpRow kOperators[] = {
+    {TAG_LUT1D,             OpType::Lut1DOp,            upTo(1.3F),              nullptr},
+    {TAG_LUT1D,             OpType::Lut1DOp,            above(1.3F),             nullptr},
+    {TAG_INVLUT1D,          OpType::InvLut1DOp,         since(1.3F),             nullptr},
+    {TAG_LUT3D,             OpType::Lut3DOp,            upTo(Versions::kNewest), nullptr},
+    {TAG_MATRIX,            OpType::MatrixOp,           upTo(1.2F),              &createOpElt<MatrixElt>},
+    {TAG_MATRIX,            OpType::MatrixOp,           above(1.2F),             &createOpElt<MatrixElt_1_3>},
+    {TAG_RANGE,             OpType::RangeOp,            upTo(Versions::kNewest), &createOpElt<RangeElt>},
+    {TAG_REFERENCE,         OpType::ReferenceOp,        upTo(Versions::kNewest), nullptr},
+    {TAG_GAMMA,             OpType::GammaOp,            upTo(1.4F),              nullptr},
+    {TAG_GAMMA,             OpType::GammaOp,            above(1.4F),             nullptr},
+    {TAG_EXPOSURE_CONTRAST, OpType::ExposureContrastOp, upTo(Versions::kNewest), nullptr},
+    {TAG_LOG,               OpType::LogOp,              since(1.3F),             nullptr},
+    {TAG_CDL,               OpType::CDLOp,              since(1.3F),             nullptr},
+    {TAG_DITHER,            OpType::DitherOp,           since(1.3F),             nullptr},
+    {TAG_GAMUT_MAP,         OpType::GamutMapOp,         since(1.4F),             nullptr},
+    {TAG_HUE_VECTOR,        OpType::HueVectorOp,        since(1.4F),             nullptr},
+};
+// clang-format on
+
+// An operator that has a class has its elements too.
+constexpr bool hasElements(OpType type)
+{
+    bool found = false;
+    for (OpRow const& row : kOperators)
+    {
+        if (row.type == type && !row.create)
+        {
+            return false;
+        }
+        found = found || row.type == type;
+    }
+    return found;
+}
+#define TAVRIN_OP(number, Class, name, Family) static_assert(hasElements(OpType::Class), "No element reads " #Class);
+#define TAVRIN_OP_RESERVED(number, Class)
+#include "transform/opTypes.def"
+#undef TAVRIN_OP
+#undef TAVRIN_OP_RESERVED
+
+bool isTag(char const* tag, char const* known)
+{
+    return Foundation::Utils::strcasecmp(tag, known) == 0;
+}
+
+using Create = std::unique_ptr<Element> (*)(std::string const& tag, ContainerElt* parent, unsigned int line,
+                                            std::string const& file);
+
+template <class Elt>
+std::unique_ptr<Element> createElt(std::string const& tag, ContainerElt* parent, unsigned int line, std::string const& file)
+{
+    return std::make_unique<Elt>(tag, parent, line, file);
+}
+
+std::unique_ptr<Element> refuse(std::string const& tag, ContainerElt*, unsigned int line, std::string const& file)
+{
+    throw failure(ErrorIds::kXmlAttributeNotSupported, Module::kXmlReader, tag, file, line);
+}
+
+bool anywhere(ContainerElt const&)
+{
+    return true;
+}
+
+// For the children of operators that have no element.
+bool nowhere(ContainerElt const&)
+{
+    return false;
+}
+
+template <class Parent>
+bool in(ContainerElt const& parent)
+{
+    return dynamic_cast<Parent const*>(&parent) != nullptr;
+}
+
+bool inUnfinishedArrayOwner(ContainerElt const& parent)
+{
+    auto const* const owner = dynamic_cast<ArrayMgt const*>(&parent);
+    return owner && !owner->isCompleted();
+}
+
+// A child is read where all rows of its tag allow it; the first that does not gives the reason for passing it over.
+struct ChildRow
+{
+    char const* tag;
+    bool (*isAllowed)(ContainerElt const& parent);
+    Create create;
+    char const* reason;
+};
+
+constexpr char kRangeReason[] = ": Range Value tags not allowed in this element";
+constexpr char kSopReason[] = ": Slope, Offset or Power tags not allowed in this element";
+
+// clang-format off
+constexpr ChildRow kChildren[] = {
+    {TAG_INFO,              &in<TransformElt>,       &createElt<InfoElt>,             ": Info not allowed in this element"},
+    {TAG_ARRAY,             &in<ArrayMgt>,           nullptr,                         ": Color::Array not allowed in this element"},
+    {TAG_ARRAY,             &inUnfinishedArrayOwner, &createElt<ArrayElt>,            ": Only one Color::Array allowed per op"},
+    {TAG_DESCRIPTION,       &anywhere,               &createElt<DescriptionElt>,      nullptr},
+    {TAG_INPUT_DESCRIPTOR,  &in<TransformElt>,       &createElt<InputDescriptorElt>,  ": InputDescriptor not allowed in this element"},
+    {TAG_OUTPUT_DESCRIPTOR, &in<TransformElt>,       &createElt<OutputDescriptorElt>, ": OutputDescriptor not allowed in this element"},
+    {TAG_INDEX_MAP,         &anywhere,               &refuse,                         nullptr},
+    {TAG_MIN_IN_VALUE,      &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
+    {TAG_MAX_IN_VALUE,      &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
+    {TAG_MIN_OUT_VALUE,     &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
+    {TAG_MAX_OUT_VALUE,     &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
+    {TAG_GAMMA_PARAMS,      &nowhere,                nullptr,                         ": Gamma Params not allowed in this element"},
+    {TAG_EC_PARAMS,         &nowhere,                nullptr,                         ": E/C Params not allowed in this element"},
+    {TAG_DYNAMIC_PARAMETER, &in<OpElt>,              &createElt<DynamicParamElt>,     ": Dynamic properties not allowed in this element"},
+    {TAG_LOG_PARAMS,        &nowhere,                nullptr,                         ": Log Params not allowed in this element"},
+    {TAG_HUE_VECTOR_PARAMS, &nowhere,                nullptr,                         ": HueVector Params not allowed in this element"},
+    {TAG_SOPNODE,           &nowhere,                nullptr,                         ": SOPNode not allowed in this element"},
+    {TAG_SLOPE,             &nowhere,                nullptr,                         kSopReason},
+    {TAG_OFFSET,            &nowhere,                nullptr,                         kSopReason},
+    {TAG_POWER,             &nowhere,                nullptr,                         kSopReason},
+    {TAG_SATNODE,           &nowhere,                nullptr,                         ": SatNode not allowed in this element"},
+    {TAG_SATURATION,        &nowhere,                nullptr,                         ": Saturation not allowed in this element"},
+};
+// clang-format on
+
+constexpr char kUnknownReason[] = ": Unknown element";
+
+} // namespace
+
+Op::OpType const* findOperator(char const* tag)
+{
+    auto const* const row =
+        std::find_if(std::begin(kOperators), std::end(kOperators), [&](OpRow const& known) { return isTag(tag, known.tag); });
+    return row == std::end(kOperators) ? nullptr : &row->type;
+}
+
+std::unique_ptr<OpElt> OpElt::getReader(Op::OpType type, float version)
+{
+    auto const* const row =
+        std::find_if(std::begin(kOperators), std::end(kOperators),
+                     [&](OpRow const& known) { return known.type == type && known.versions.contains(version); });
+    return row == std::end(kOperators) || !row->create ? nullptr : row->create();
+}
+
+std::unique_ptr<Element> createChild(std::string const& tag, ContainerElt& parent, unsigned int line, std::string const& file)
+{
+    ChildRow const* found = nullptr;
+    for (ChildRow const& row : kChildren)
+    {
+        if (isTag(tag.c_str(), row.tag))
+        {
+            found = &row;
+            if (!row.isAllowed(parent))
+            {
+                return std::make_unique<DummyElt>(tag, &parent, line, file, row.reason);
+            }
+        }
+    }
+    return found ? found->create(tag, &parent, line, file) : std::make_unique<DummyElt>(tag, &parent, line, file, kUnknownReason);
+}
+
+} // namespace Color::Xml::Reader

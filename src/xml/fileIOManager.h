@@ -1,0 +1,33 @@
+// Which kinds of files there are, and how a file becomes a transform.
+#ifndef TAVRIN_XML_FILE_IO_MANAGER_H
+#define TAVRIN_XML_FILE_IO_MANAGER_H
+
+#include "transform/transform.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Color
+{
+
+// Files may be loaded from several threads at once: no state is shared.
+class FileIOManager
+{
+public:
+    // Extensions without the dot, with words for people. The table lives to the end of the process.
+    using Formats = std::vector<std::pair<std::string, std::string>>;
+    static Formats const& getSupportedFileFormats();
+
+    // Whether some reader takes the path's extension; the file need not exist.
+    static bool isFileSupported(std::string const& path);
+
+    // Throws what is wrong with the path, or with the file. When several readers take the extension the first that can read the
+    // file gives the transform, and if none can, the message holds what each of them says.
+    static std::shared_ptr<Transform> loadTransform(std::string const& path);
+};
+
+} // namespace Color
+
+#endif

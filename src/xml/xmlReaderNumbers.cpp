@@ -1,0 +1,222 @@
+// Numbers in the texts and attributes of documents.
+#include "xml/xmlReaderNumbers.h"
+
+#include "utils/errorMessage.h"
+#include "utils/utils.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <locale.h>
+
+namespace Color::Xml::Reader
+{
+
+namespace
+{
+
+constexpr std::size_t kEnd = std::string_view::npos;
+
+// Makes the C locale the thread's own for a while, since sscanf takes its decimal point from the locale.
+class ScopedCLocale
+{
+public:
+    ScopedCLocale() : m_previous(uselocale(_cLocale())) {}
+    ~ScopedCLocale() { uselocale(m_previous); }
+    ScopedCLocale(ScopedCLocale const&) = delete;
+    ScopedCLocale& operator=(ScopedCLocale const&) = delete;
+
+private:
+    static locale_t _cLocale()
+    {
+        static locale_t const locale = newlocale(LC_ALL_MASK, "C", nullptr);
+        return locale;
+    }
+
+    locale_t m_previous;
+};
+
+constexpr bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+std::string_view withoutLeadingSpace(std::string_view text)
+{
+    while (!text.empty() && isSeparator(text.front()) && text.front() != ',')
+    {
+        text.remove_prefix(1);
+    }
+    return text;
+}
+
+// An ordinary decimal number that fills its token: both ways of reading round correctly, so they agree. Everything else (no
+// number at all, a tail after the number, hexadecimal, out of range) is left to sscanf.
+template <class T>
+bool scanOrdinaryNumber(std::string_view text, T& value)
+{
+    char const* first = text.data();
+    char const* const last = first + text.size();
+    bool const minus = first != last && *first == '-';
+    char const* const digits = first + (minus || (first != last && *first == '+') ? 1 : 0);
+    if (digits == last || (!isDigit(*digits) && *digits != '.'))
+    {
+        return false;
+    }
+    T number;
+    auto const [end, error] = std::from_chars(minus ? first : digits, last, number);
+    if (error != std::errc{} || (end != last && !isSeparator(*end)))
+    {
+        return false;
+    }
+    value = number;
+    return true;
+}
+
+// The separator goes along, so that sscanf sees as much of the text as it ever would.
+template <class T>
+bool scanAnyNumber(std::string_view text, char const* format, T& value)
+{
+    std::size_t const delimiter = findDelim(text, 0);
+    std::string const token(text.substr(0, delimiter == kEnd ? kEnd : delimiter + 1));
+    ScopedCLocale const locale;
+    return std::sscanf(token.c_str(), format, &value) == 1;
+}
+
+template <class T>
+bool scan(std::string_view text, char const* format, T& value)
+{
+    text = withoutLeadingSpace(text);
+    return scanOrdinaryNumber(text, value) || scanAnyNumber(text, format, value);
+}
+
+// The spellings of numbers that are not finite, for systems whose sscanf does not know them.
+bool parseSpecialNumber(std::string_view text, float& value)
+{
+    std::string const token(text.substr(0, findDelim(text, 0)));
+    auto const is = [&](char const* word) { return Foundation::Utils::strcasecmp(token.c_str(), word) == 0; };
+    auto const beginsWith = [&](std::string_view word)
+    { return Foundation::Utils::strncasecmp(token.c_str(), word.data(), word.size()) == 0; };
+
+    if (is("INF") || is("INFINITY"))
+    {
+        value = std::numeric_limits<float>::infinity();
+    }
+    else if (is("-INF") || is("-INFINITY"))
+    {
+        value = -std::numeric_limits<float>::infinity();
+    }
+    else if (beginsWith("NAN") || beginsWith("-NAN"))
+    {
+        value = std::bit_cast<float>(0x7fc00000U);
+    }
+    else
+    {
+        return false;
+    }
+    return true;
+}
+
+bool parse(std::string_view text, float& value)
+{
+    return scanNumber(text, value) || parseSpecialNumber(text, value);
+}
+
+bool parse(std::string_view text, double& value)
+{
+    return scanNumber(text, value) && !std::isnan(value);
+}
+
+bool parse(std::string_view text, unsigned int& value)
+{
+    double number = 0.0;
+    bool const isWhole = scanNumber(text, number) && number >= 0.0 && number <= std::numeric_limits<unsigned int>::max() &&
+                         number == std::floor(number);
+    value = isWhole ? static_cast<unsigned int>(number) : 0U;
+    return isWhole;
+}
+
+} // namespace
+
+std::size_t findNextTokenStart(std::string_view text, std::size_t position)
+{
+    while (position < text.size() && isSeparator(text[position]))
+    {
+        ++position;
+    }
+    return position < text.size() ? position : kEnd;
+}
+
+std::size_t findDelim(std::string_view text, std::size_t position)
+{
+    while (position < text.size() && !isSeparator(text[position]))
+    {
+        ++position;
+    }
+    return position < text.size() ? position : kEnd;
+}
+
+std::string truncateString(std::string_view text)
+{
+    constexpr std::size_t kLongest = 17;
+    return text.size() > kLongest ? std::string(text.substr(0, kLongest)) + "..." : std::string(text);
+}
+
+bool scanNumber(std::string_view text, float& value)
+{
+    return scan(text, "%f", value);
+}
+
+bool scanNumber(std::string_view text, double& value)
+{
+    return scan(text, "%lf", value);
+}
+
+template <class T>
+T parseNumber(std::string_view text)
+{
+    T value{};
+    if (!parse(text, value))
+    {
+        throw failure(ErrorIds::kCharactersIllegal, Module::kXmlReader, truncateString(text));
+    }
+    return value;
+}
+
+template <class T>
+T getNextNumber(std::string_view text, std::size_t& position)
+{
+    T const value = parseNumber<T>(text.substr(position));
+    position = findDelim(text, position);
+    if (position != kEnd)
+    {
+        position = findNextTokenStart(text, position);
+    }
+    return value;
+}
+
+template <class T>
+std::vector<T> getNumbers(std::string_view text)
+{
+    std::vector<T> numbers;
+    for (std::size_t position = findNextTokenStart(text, 0); position != kEnd;)
+    {
+        numbers.push_back(getNextNumber<T>(text, position));
+    }
+    return numbers;
+}
+
+template float parseNumber<float>(std::string_view);
+template double parseNumber<double>(std::string_view);
+template unsigned int parseNumber<unsigned int>(std::string_view);
+template float getNextNumber<float>(std::string_view, std::size_t&);
+template double getNextNumber<double>(std::string_view, std::size_t&);
+template unsigned int getNextNumber<unsigned int>(std::string_view, std::size_t&);
+template std::vector<float> getNumbers<float>(std::string_view);
+template std::vector<double> getNumbers<double>(std::string_view);
+template std::vector<unsigned int> getNumbers<unsigned int>(std::string_view);
+
+} // namespace Color::Xml::Reader
