@@ -33,6 +33,12 @@ void Array::resize(unsigned int dimension, unsigned int components)
     m_values.resize(getNumValues());
 }
 
+void Array::scale(float factor)
+{
+    for (float& value : m_values)
+        value *= factor;
+}
+
 bool Array::operator==(Array const& other) const
 {
     return m_dimension == other.m_dimension && m_values == other.m_values;

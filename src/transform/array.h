@@ -35,6 +35,8 @@ public:
     void setDimension(unsigned int dimension);
     void setNumColorComponents(unsigned int components);
     void resize(unsigned int dimension, unsigned int components);
+    // Multiplies every value.
+    void scale(float factor);
 
     // Dimension and values, as numbers; the component count plays no part.
     bool operator==(Array const& other) const;

@@ -72,6 +72,8 @@ public:
     static char const* getHueAdjustName(HueAdjust hueAdjust);
     // Rows that give every code of the input depth a row of its own; 65536 for a half domain and for float depths.
     static unsigned int getLutIdealSize(BitDepth inDepth, HalfFlags halfFlags);
+    // The value of the half whose bit pattern is the number: its fraction and everything above 16 bits are dropped.
+    static float rawHalfToFloat(double number);
 
     void setOutputBitDepth(BitDepth depth) override;
     void validate() const override;

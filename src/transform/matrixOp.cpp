@@ -27,17 +27,6 @@ constexpr float kIdentityTolerance = 1e-6F;
 constexpr float kNoise = 1e-6F;
 constexpr float kSmallestMagnitude = 1e-4F;
 
-float depthRatio(BitDepth numerator, BitDepth denominator)
-{
-    return Tavrin::getBitDepthMaxValue(numerator) / Tavrin::getBitDepthMaxValue(denominator);
-}
-
-void scaleValues(Array::Values& values, float factor)
-{
-    for (float& value : values)
-        value *= factor;
-}
-
 void requireOffsets(float const* values)
 {
     if (values == nullptr)
@@ -172,13 +161,13 @@ void MatrixOp::MatrixArray::validate() const
 
 void MatrixOp::MatrixArray::setInputBitDepth(BitDepth depth)
 {
-    scaleValues(getValues(), depthRatio(m_inBitDepth, depth));
+    scale(depthRatio(m_inBitDepth, depth));
     m_inBitDepth = depth;
 }
 
 void MatrixOp::MatrixArray::setOutputBitDepth(BitDepth depth)
 {
-    scaleValues(getValues(), depthRatio(depth, m_outBitDepth));
+    scale(depthRatio(depth, m_outBitDepth));
     m_outBitDepth = depth;
 }
 

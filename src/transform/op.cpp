@@ -20,6 +20,11 @@ void requireDepth(BitDepth depth, char const* attribute, Op const& op)
 
 } // namespace
 
+float depthRatio(BitDepth numerator, BitDepth denominator)
+{
+    return Tavrin::getBitDepthMaxValue(numerator) / Tavrin::getBitDepthMaxValue(denominator);
+}
+
 std::string const& getOpTypeName(Op::OpType type)
 {
     // The number of an operator without a class has no name.

@@ -117,6 +117,9 @@ private:
     std::shared_ptr<BypassDynamicProperty> m_bypass;
 };
 
+// Full signal of one depth divided by full signal of another: the factor of a change of depth.
+float depthRatio(BitDepth numerator, BitDepth denominator);
+
 // The name of a type in messages; it lives for the whole run.
 std::string const& getOpTypeName(Op::OpType type);
 

@@ -2,6 +2,9 @@
 #ifndef TAVRIN_TRANSFORM_OPS_H
 #define TAVRIN_TRANSFORM_OPS_H
 
+#include "transform/invLut1DOp.h"
+#include "transform/lut1DOp.h"
+#include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
 

@@ -1,9 +1,13 @@
 // Models of transforms built without a file.
 #include "transform/transformFactory.h"
 
+#include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
+#include "transform/tableOp.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
+
+#include <algorithm>
 
 namespace Color
 {
@@ -17,6 +21,22 @@ constexpr char const* kNoName = "none";
 std::shared_ptr<Transform> newTransform()
 {
     return std::make_shared<Transform>(Utils::generateUUID(), kNoName, Descriptions(), "", "");
+}
+
+std::shared_ptr<Transform> newTransform(std::unique_ptr<Op> op)
+{
+    auto transform = newTransform();
+    transform->getOps().append(op.release());
+    return transform;
+}
+
+// A table spans its input depth from its first entry to its last, so it has two at least.
+void requireTwoEntries(unsigned int size)
+{
+    if (size == 0)
+        throw failure(ErrorIds::kArrayEmpty, Module::kTransform);
+    if (size == 1)
+        throw failure(ErrorIds::kArrayIllegal, Module::kTransform);
 }
 
 } // namespace
@@ -35,10 +55,48 @@ std::shared_ptr<Transform> CreateMatrixTransform(BitDepth in, BitDepth out, floa
         op->setRGBValues(matrix);
         op->getOffsets().setRGBValues(offsets);
     }
-    auto transform = newTransform();
-    transform->getOps().append(op.release());
-    return transform;
+    return newTransform(std::move(op));
 }
+
+template <class Value>
+std::shared_ptr<Transform> Create1DLutTransform(BitDepth in, BitDepth out, unsigned int size, Value const* red, Value const* green,
+                                                Value const* blue, HalfFlags halfFlags)
+{
+    requireTwoEntries(size);
+    if (size > Lut1DOp::kMaxDimension)
+        throw failure(ErrorIds::kArrayIllegal, Module::kLut1D);
+    auto op = std::make_unique<Lut1DOp>(in, out, Utils::generateUUID(), kNoName, Descriptions(),
+                                        Lut1DOp::InterpolationAlgo::Default, halfFlags, size);
+    auto value = op->getArray().getValues().begin();
+    for (unsigned int row = 0; row < size; ++row)
+    {
+        for (Value const* column : {red, green, blue})
+            *value++ = op->isOutputRawHalfs() ? Lut1DOp::rawHalfToFloat(column[row]) : static_cast<float>(column[row]);
+    }
+    return newTransform(std::move(op));
+}
+
+template <class Value>
+std::shared_ptr<Transform> Create3DLutTransform(BitDepth in, BitDepth out, unsigned int gridSize, Value const* values)
+{
+    requireTwoEntries(gridSize);
+    if (gridSize > Lut3DOp::maxSupportedDimension)
+        throw failure(ErrorIds::kLut3DTooLarge, Module::kLut3D, gridSize, Lut3DOp::maxSupportedDimension);
+    auto op = std::make_unique<Lut3DOp>(in, out, Utils::generateUUID(), kNoName, Descriptions(),
+                                        Lut3DOp::InterpolationAlgo::Default, gridSize);
+    std::transform(values, values + op->getArray().getNumValues(), op->getArray().getValues().begin(),
+                   [](Value value) { return static_cast<float>(value); });
+    return newTransform(std::move(op));
+}
+
+#define TAVRIN_TABLE_FACTORIES(Value)                                                                                      \
+    template std::shared_ptr<Transform> Create1DLutTransform(BitDepth, BitDepth, unsigned int, Value const*, Value const*, \
+                                                             Value const*, HalfFlags);                                     \
+    template std::shared_ptr<Transform> Create3DLutTransform(BitDepth, BitDepth, unsigned int, Value const*);
+TAVRIN_TABLE_FACTORIES(unsigned short)
+TAVRIN_TABLE_FACTORIES(unsigned int)
+TAVRIN_TABLE_FACTORIES(float)
+#undef TAVRIN_TABLE_FACTORIES
 
 std::shared_ptr<Transform> concatenateTransforms(std::shared_ptr<Transform> const& first, std::shared_ptr<Transform> const& second)
 {
