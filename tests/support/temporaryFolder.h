@@ -1,0 +1,40 @@
+// A folder for the files of one test, gone with the test.
+#ifndef TAVRIN_TESTS_TEMPORARY_FOLDER_H
+#define TAVRIN_TESTS_TEMPORARY_FOLDER_H
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+// The name is new each time, so that tests may run side by side.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "tavrinTest-XXXXXX").string();
+        if (!::mkdtemp(name.data()))
+        {
+            throw std::runtime_error("no temporary folder: " + name);
+        }
+        m_path = name;
+    }
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+    ~TemporaryFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+
+    std::filesystem::path const& path() const { return m_path; }
+    // The full name of a file in the folder.
+    std::string file(std::string const& name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+#endif
