@@ -10,15 +10,28 @@
 
 #include <hwy/highway.h>
 
+#include <type_traits>
+
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
 {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha).
+// Most kernels do not care where a pixel stands.
+template <class Kernel, class D, class V>
+HWY_INLINE void CallKernel(Kernel const& kernel, D d, V& r, V& g, V& b, V& a, ImagePosition position)
+{
+    if constexpr (std::is_invocable_v<Kernel const&, D, V&, V&, V&, V&, ImagePosition>)
+        kernel(d, r, g, b, a, position);
+    else
+        kernel(d, r, g, b, a);
+}
+
+// Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
+// image position of the vectors' first pixel, which the others follow in the same row.
 template <class Kernel, class Parameters>
-void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition)
+void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position)
 {
     const Kernel kernel{*static_cast<Parameters const*>(parameters)};
     const hn::ScalableTag<float> d;
@@ -29,7 +42,7 @@ void RunOverBlock(void const* parameters, Block& block, unsigned int count, Imag
         auto green = hn::Load(d, block.green + i);
         auto blue = hn::Load(d, block.blue + i);
         auto alpha = hn::Load(d, block.alpha + i);
-        kernel(d, red, green, blue, alpha);
+        CallKernel(kernel, d, red, green, blue, alpha, ImagePosition{position.column + i, position.row});
         hn::Store(red, d, block.red + i);
         hn::Store(green, d, block.green + i);
         hn::Store(blue, d, block.blue + i);
