@@ -35,6 +35,14 @@ std::string ArrayMgt::getDimensionText(Array const& array) const
     return dimension + "x" + dimension;
 }
 
+void requireValues(Element const& opElement, unsigned int found, unsigned int expected, std::string const& dimensionText)
+{
+    if (found != expected)
+    {
+        throw opElement.failure(ErrorIds::kArrayValuesMissing, dimensionText, found, opElement.getTypeName());
+    }
+}
+
 void ArrayElt::start(char const** attributes)
 {
     AttributeReader reader(*this);

@@ -33,6 +33,9 @@ private:
     bool m_completed = false;
 };
 
+// Refuses another number of values than the operator's array needs.
+void requireValues(Element const& opElement, unsigned int found, unsigned int expected, std::string const& dimensionText);
+
 // <Array dim="3 3 3"> numbers </Array>
 class ArrayElt : public PlainElt
 {

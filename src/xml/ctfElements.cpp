@@ -7,6 +7,9 @@
 #include "xml/ctfVersions.h"
 #include "xml/ctfVocabulary.h"
 #include "xml/dynamicParamElt.h"
+#include "xml/invLut1DElt.h"
+#include "xml/lut1DElt.h"
+#include "xml/lut3DElt.h"
 #include "xml/matrixElt.h"
 #include "xml/metadataElt.h"
 #include "xml/opElt.h"
@@ -66,10 +69,10 @@ struct OpRow
 
 // clang-format off
 constexpr OpRow kOperators[] = {
-    {TAG_LUT1D,             OpType::Lut1DOp,            upTo(1.3F),              nullptr},
-    {TAG_LUT1D,             OpType::Lut1DOp,            above(1.3F),             nullptr},
-    {TAG_INVLUT1D,          OpType::InvLut1DOp,         since(1.3F),             nullptr},
-    {TAG_LUT3D,             OpType::Lut3DOp,            upTo(Versions::kNewest), nullptr},
+    {TAG_LUT1D,             OpType::Lut1DOp,            upTo(1.3F),              &createOpElt<Lut1DElt>},
+    {TAG_LUT1D,             OpType::Lut1DOp,            above(1.3F),             &createOpElt<Lut1DElt_1_4>},
+    {TAG_INVLUT1D,          OpType::InvLut1DOp,         since(1.3F),             &createOpElt<InvLut1DElt>},
+    {TAG_LUT3D,             OpType::Lut3DOp,            upTo(Versions::kNewest), &createOpElt<Lut3DElt>},
     {TAG_MATRIX,            OpType::MatrixOp,           upTo(1.2F),              &createOpElt<MatrixElt>},
     {TAG_MATRIX,            OpType::MatrixOp,           above(1.2F),             &createOpElt<MatrixElt_1_3>},
     {TAG_RANGE,             OpType::RangeOp,            upTo(Versions::kNewest), &createOpElt<RangeElt>},

@@ -40,7 +40,7 @@ Array* MatrixElt::updateDimension(std::vector<unsigned int> const& dimensions)
 void MatrixElt::finalize(unsigned int valuesRead)
 {
     MatrixOp::MatrixArray const& array = op().getArray();
-    requireValues(valuesRead, array.getNumValues(), getDimensionText(array));
+    requireValues(*this, valuesRead, array.getNumValues(), getDimensionText(array));
     unsigned int const dimension = array.getDimension();
     if (dimension != 3 && dimension != 4)
     {
@@ -48,14 +48,6 @@ void MatrixElt::finalize(unsigned int valuesRead)
     }
     separateOffsets(3, dimension);
     complete();
-}
-
-void MatrixElt::requireValues(unsigned int found, unsigned int expected, std::string const& dimensionText) const
-{
-    if (found != expected)
-    {
-        throw failure(ErrorIds::kArrayValuesMissing, dimensionText, found, getTypeName());
-    }
 }
 
 void MatrixElt::separateOffsets(unsigned int rows, unsigned int columns)
@@ -104,7 +96,7 @@ void MatrixElt_1_3::finalize(unsigned int valuesRead)
         std::find_if(std::begin(kLayouts), std::end(kLayouts),
                      [&](Layout const& known)
                      { return known.columns == array.getDimension() && known.components == array.getNumColorComponents(); });
-    requireValues(valuesRead, layout->rows * layout->columns, toText(*layout));
+    requireValues(*this, valuesRead, layout->rows * layout->columns, toText(*layout));
     separateOffsets(layout->rows, layout->columns);
     complete();
 }

@@ -20,7 +20,6 @@ public:
     void finalize(unsigned int valuesRead) override;
 
 protected:
-    void requireValues(unsigned int found, unsigned int expected, std::string const& dimensionText) const;
     // Turns rows of so many columns into a square matrix, and the column behind it, if there is one, into the offsets.
     void separateOffsets(unsigned int rows, unsigned int columns);
     // The array is as the operator wants it.
