@@ -1,0 +1,93 @@
+// tavrin apply TRANSFORM... IN OUT: a picture through transforms.
+#include "command.h"
+#include "failure.h"
+#include "imageTypes.h"
+#include "options.h"
+#include "progress.h"
+#include "transforms.h"
+
+#include <CLI/CLI.hpp>
+#include <ImfThreading.h>
+#include <fmt/format.h>
+
+#include <chrono>
+#include <memory>
+#include <thread>
+
+namespace Program
+{
+
+namespace
+{
+
+struct Options
+{
+    std::vector<std::string> files;
+    std::optional<Tavrin::BitDepth> depth;
+    unsigned int threads = 0;
+    Tavrin::OptimizerFlags optimizerFlags = Tavrin::OPTIMIZER_DEFAULT_THRESHOLD;
+    bool quiet = false;
+};
+
+void apply(Options const& options)
+{
+    const auto start = std::chrono::steady_clock::now();
+    const std::vector<std::string> transformPaths(options.files.begin(), options.files.end() - 2);
+    std::string const& inPath = options.files.end()[-2];
+    std::string const& outPath = options.files.end()[-1];
+    const unsigned int threads = options.threads > 0 ? options.threads : std::max(1u, std::thread::hardware_concurrency());
+    Imf::setGlobalThreadCount(static_cast<int>(threads));
+
+    ImageType const& outType = typeForWriting(outPath);
+    const Tavrin::TransformPtr transform = loadTransforms(transformPaths);
+    Progress progress(!options.quiet);
+    Image source = readImage(inPath, progress.step("reading", 0));
+    const Tavrin::PixelFormat inFormat = source.format;
+    const Tavrin::PixelFormat outFormat = formatForWriting(outType, options.depth, inFormat);
+    const unsigned int height = source.height;
+    const Image target =
+        applyTransform(transform, options.optimizerFlags, std::move(source), outFormat, threads, progress.step("applying", height));
+    writeImage(outType, target, outPath, progress.step("writing", height));
+
+    if (!options.quiet)
+    {
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+        fmt::print("{} ({}) -> {} ({}), {} x {}, {:.2f} s\n", inPath, formatName(inFormat), outPath, formatName(outFormat),
+                   target.width, target.height, seconds.count());
+    }
+}
+
+void setUp(CLI::App& command)
+{
+    const auto options = std::make_shared<Options>();
+    command
+        .add_option("TRANSFORM... IN OUT", options->files,
+                    "Transform files in the order in which they apply,\nthen the picture to read and the picture to write")
+        ->required()
+        ->expected(3, -1);
+    addDepthOption(command, options->depth,
+                   "Depth of the written picture (default: that of the\nread one, or the nearest that the file type holds)");
+    command.add_option("--threads", options->threads, "Number of threads (default: all cores)")
+        ->check(CLI::Range(1, 1024))
+        ->option_text("N");
+    command
+        .add_option("--optimize", options->optimizerFlags,
+                    "Optimizer flags: the lowest priority of what is\nsimplified, 90 by default; above 100 nothing is")
+        ->check(CLI::Range(1u, 0xffffffffu))
+        ->option_text("N");
+    addQuietOption(command, options->quiet);
+    command.callback([options] { apply(*options); });
+}
+
+} // namespace
+
+const Command applyCommand = {"apply", "Put a picture through transforms",
+                              "The type of the read picture is told by its content, that of the written one by its extension\n"
+                              "('tavrin formats' lists them). Colours are taken as they are: profiles and colour tags inside\n"
+                              "picture files are not looked at. Alpha is kept when the file type has it.\n\n"
+                              "Examples:\n"
+                              "  tavrin apply look.ctf in.exr out.png\n"
+                              "  tavrin apply exposure.ctf look.ctf in.dpx out.tif --depth 16i",
+                              setUp};
+
+} // namespace Program
