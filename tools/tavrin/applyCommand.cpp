@@ -82,9 +82,10 @@ void setUp(CLI::App& command)
 } // namespace
 
 const Command applyCommand = {"apply", "Put a picture through transforms",
-                              "The type of the read picture is told by its content, that of the written one by its extension\n"
-                              "('tavrin formats' lists them). Colours are taken as they are: profiles and colour tags inside\n"
-                              "picture files are not looked at. Alpha is kept when the file type has it.\n\n"
+                              "The type of the read picture is told by its content, that of the written one by\n"
+                              "its extension; 'tavrin formats' lists them. Colours are taken as they are:\n"
+                              "profiles and colour tags inside picture files are not looked at. Alpha is kept\n"
+                              "when the file type has it.\n\n"
                               "Examples:\n"
                               "  tavrin apply look.ctf in.exr out.png\n"
                               "  tavrin apply exposure.ctf look.ctf in.dpx out.tif --depth 16i",

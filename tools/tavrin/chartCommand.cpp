@@ -102,8 +102,8 @@ void setUp(CLI::App& command)
 } // namespace
 
 const Command chartCommand = {"chart", "Write a synthetic test chart",
-                              "Colour patches, hues, a sky, shaded balls, ramps, and light up to 5 stops above white, with the\n"
-                              "primaries of Rec. 709.\n\n"
+                              "Colour patches, hues, a sky, shaded balls, ramps, and light up to 5 stops above\n"
+                              "white, with the primaries of Rec. 709.\n\n"
                               "Examples:\n"
                               "  tavrin chart chart.exr\n"
                               "  tavrin chart chart.png --size 960x540 --depth 8i",

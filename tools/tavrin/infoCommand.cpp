@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Program
@@ -31,6 +32,27 @@ struct Section
     std::vector<Section> sections;
 };
 
+// What entries that only differ by a number have in common: "Array Row " of "Array Row 12".
+std::string_view stem(std::string_view key)
+{
+    return key.substr(0, key.find_last_not_of("0123456789") + 1);
+}
+
+// Numbers come in fields of a fixed width. Takes the blanks away that all entries of one stem begin with, so that columns stay.
+void cutBlanks(std::vector<Section::Entry>& entries)
+{
+    for (auto first = entries.begin(); first != entries.end();)
+    {
+        const auto isOther = [&](Section::Entry const& entry) { return stem(entry.key) != stem(first->key); };
+        const auto end = std::find_if(first, entries.end(), isOther);
+        std::size_t blanks = std::string::npos;
+        for (auto entry = first; entry != end; ++entry)
+            blanks = std::min(blanks, entry->value.find_first_not_of(' '));
+        for (; first != end; ++first)
+            first->value.erase(0, blanks);
+    }
+}
+
 // Collects what the library tells, so that values can be aligned.
 class Collector : public Tavrin::Transform::ContentCallbacks
 {
@@ -48,12 +70,15 @@ public:
     void endSection() override
     {
         if (m_open.size() > 1)
+        {
+            cutBlanks(m_open.back()->entries);
             m_open.pop_back();
+        }
     }
 
     void addEntry(char const* key, char const* value) override
     {
-        const std::string text = oneLine(value);
+        const std::string text = printable(value);
         if (!text.empty())
             m_open.back()->entries.push_back({oneLine(key), text});
     }

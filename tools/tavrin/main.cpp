@@ -51,16 +51,18 @@ int report(ExitStatus status, std::string_view text)
     return status;
 }
 
-// The command that the arguments got to, for the hint where its help is.
-std::string helpHint(CLI::App const& app)
+int reportMisuse(CLI::App const& app, CLI::ParseError const& problem, int argc, char** argv)
 {
     const std::vector<CLI::App*> commands = app.get_subcommands();
-    return commands.empty() ? "see 'tavrin --help'" : fmt::format("see 'tavrin {} --help'", commands.front()->get_name());
+    if (!commands.empty())
+        return report(MISUSED, fmt::format("{} (see 'tavrin {} --help')", problem.what(), commands.front()->get_name()));
+    const std::string what = argc > 1 ? fmt::format("'{}' is no command", argv[1]) : "a command is missing";
+    return report(MISUSED, what + " (see 'tavrin --help')");
 }
 
 void addCommands(CLI::App& app)
 {
-    app.set_version_flag("--version", fmt::format("tavrin {}", Tavrin::getVersion()));
+    app.set_version_flag("--version", fmt::format("tavrin {}", Tavrin::getVersion()), "Print the version and exit");
     app.require_subcommand(1);
     app.formatter(std::make_shared<HelpFormatter>());
     app.get_formatter()->column_width(22);
@@ -92,7 +94,7 @@ int run(int argc, char** argv)
     }
     catch (CLI::ParseError const& problem)
     {
-        return report(MISUSED, fmt::format("{} ({})", problem.what(), helpHint(app)));
+        return reportMisuse(app, problem, argc, argv);
     }
     catch (UsageFailure const& problem)
     {

@@ -8,8 +8,12 @@
 namespace Program
 {
 
-// Everything on one line: runs of white space become one blank, other control characters question marks. File names and
-// transforms come from strangers, and a terminal obeys control characters.
+// Texts of file names and transforms come from strangers, and a terminal obeys control characters.
+
+// White space becomes blanks, other control characters question marks; blanks at the end go.
+std::string printable(std::string_view text);
+
+// The same with runs of blanks made one and none at the start: what fits on one line.
 std::string oneLine(std::string_view text);
 
 } // namespace Program

@@ -1,0 +1,120 @@
+// The built program as a subprocess, and a folder to run it in.
+#include "programRun.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+TemporaryFolder::TemporaryFolder()
+{
+    std::string pattern = (fs::temp_directory_path() / "tavrinTest.XXXXXX").string();
+    if (!::mkdtemp(pattern.data()))
+        throw std::runtime_error("cannot make a folder " + pattern);
+    m_path = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(m_path, ignored);
+}
+
+std::vector<std::string> TemporaryFolder::names() const
+{
+    std::vector<std::string> names;
+    for (fs::directory_entry const& entry : fs::directory_iterator(m_path))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+namespace
+{
+
+// In the child: nothing but calls that are safe after a fork.
+[[noreturn]] void becomeProgram(char const* folder, std::vector<char*> const& arguments, int out, int err,
+                                std::size_t fileSizeLimit)
+{
+    ::dup2(out, STDOUT_FILENO);
+    ::dup2(err, STDERR_FILENO);
+    if (fileSizeLimit > 0)
+    {
+        const rlimit limit = {fileSizeLimit, fileSizeLimit};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        // Writing then fails as on a full disk.
+        ::signal(SIGXFSZ, SIG_IGN);
+    }
+    if (::chdir(folder) == 0)
+        ::execv(TAVRIN_PROGRAM, arguments.data());
+    ::_exit(127);
+}
+
+} // namespace
+
+Outcome runProgram(TemporaryFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit)
+{
+    const TemporaryFolder outputs;
+    const std::string outPath = outputs / "out";
+    const std::string errPath = outputs / "err";
+    const int out = ::open(outPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    const int err = ::open(errPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+
+    std::vector<std::string> texts = {TAVRIN_PROGRAM};
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    const std::string folderPath = folder.path();
+
+    const pid_t child = ::fork();
+    if (child == 0)
+        becomeProgram(folderPath.c_str(), pointers, out, err, fileSizeLimit);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ::close(out);
+    ::close(err);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readText(outPath), readText(errPath)};
+}
+
+std::string readText(std::string const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+void writeText(std::string const& path, std::string const& text)
+{
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+}
+
+void writeMatrixTransform(std::string const& path, std::string const& numbers)
+{
+    writeText(path, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                    "<ProcessList version=\"1.3\" id=\"test\">\n"
+                    "    <Matrix inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                    "        <Array dim=\"3 3 3\">" +
+                        numbers +
+                        "</Array>\n"
+                        "    </Matrix>\n"
+                        "</ProcessList>\n");
+}
+
+void writeIdentityTransform(std::string const& path)
+{
+    writeMatrixTransform(path, "1 0 0  0 1 0  0 0 1");
+}

@@ -1,0 +1,71 @@
+// The built program as a subprocess, and a folder to run it in.
+#ifndef TAVRIN_TESTS_PROGRAM_RUN_H
+#define TAVRIN_TESTS_PROGRAM_RUN_H
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+// An empty folder of its own that goes away with its contents.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder();
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+    ~TemporaryFolder();
+
+    // The path of a file in it.
+    std::string operator/(std::string const& name) const { return (m_path / name).string(); }
+    std::string path() const { return m_path.string(); }
+    // The names of all files in it, sorted.
+    std::vector<std::string> names() const;
+
+private:
+    std::filesystem::path m_path;
+};
+
+struct Outcome
+{
+    int status; // the exit status, or -1 when the program ended by a signal
+    std::string out;
+    std::string err;
+};
+
+// Runs the program in that folder. A limit above 0 is the largest size in bytes of a file that it can write.
+Outcome runProgram(TemporaryFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit = 0);
+
+std::string readText(std::string const& path);
+void writeText(std::string const& path, std::string const& text);
+
+// A transform file that multiplies a pixel by the nine numbers, rows of three, at float depths.
+void writeMatrixTransform(std::string const& path, std::string const& numbers);
+
+// A transform that changes nothing.
+void writeIdentityTransform(std::string const& path);
+
+// A test with a folder and the program in it.
+class ProgramTest : public testing::Test
+{
+protected:
+    Outcome run(std::vector<std::string> const& arguments) { return runProgram(folder, arguments); }
+
+    TemporaryFolder folder;
+};
+
+// The one line that a failing run prints, and nothing else; the match is on the line without its end.
+inline void expectFailure(Outcome const& outcome, int status, testing::Matcher<std::string const&> const& line)
+{
+    EXPECT_EQ(outcome.status, status);
+    EXPECT_EQ(outcome.out, "");
+    ASSERT_THAT(outcome.err, testing::EndsWith("\n"));
+    const std::string text = outcome.err.substr(0, outcome.err.size() - 1);
+    EXPECT_THAT(text, testing::Not(testing::HasSubstr("\n")));
+    EXPECT_THAT(text, testing::StartsWith("tavrin: "));
+    EXPECT_THAT(text, line);
+}
+
+#endif
