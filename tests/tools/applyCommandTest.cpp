@@ -234,7 +234,7 @@ TEST_F(ApplyCommand, FaultInATransformIsToldWithItsLine)
                                   "</ProcessList>\n");
     expectFailure(
         run({"apply", "bad.ctf", "in.exr", "out.png"}), 1,
-        AllOf(StartsWith("tavrin: cannot load the transform 'bad.ctf': Expected 3x3 Array values, found 2 in 'Matrix' line "),
+        AllOf(StartsWith("tavrin: cannot load the transform 'bad.ctf': Expected 3x3x3 Array values, found 2 in 'Matrix' line "),
               HasSubstr("bad.ctf")));
     EXPECT_THAT(folder.names(), testing::Not(testing::Contains("out.png")));
 }

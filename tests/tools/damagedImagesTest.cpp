@@ -148,7 +148,7 @@ TEST_F(DamagedImages, ExrOfAHugeWindowIsRefused)
     // 131072 x 131072 are too many together.
     patch("in.exr", right, std::string("\xff\xff\x01\x00\xff\xff\x01\x00", 8));
     expectRefused("in.exr", AnyOf(HasSubstr("'in.exr' holds a picture of 131072 x 131072: more than "),
-                                  StartsWith("tavrin: 'in.exr' is damaged or cut off: ")));
+                                  AllOf(StartsWith("tavrin: 'in.exr' is "), HasSubstr("cut off"))));
 }
 
 // The header chunk of a PNG of that size, with its check sum, and no pixels.

@@ -10,7 +10,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <cstdio>
+#include <charconv>
 #include <map>
 #include <memory>
 
@@ -38,11 +38,12 @@ struct Size
 Size parseSize(std::string const& text)
 {
     Size size;
-    int length = 0;
-    const bool numbers = text.find_first_not_of("0123456789x") == std::string::npos && text.size() <= 15 &&
-                         std::sscanf(text.c_str(), "%ux%u%n", &size.width, &size.height, &length) == 2;
-    if (!numbers || static_cast<std::size_t>(length) != text.size() || size.width == 0 || size.height == 0 ||
-        size.width > kMaxSide || size.height > kMaxSide)
+    char const* const end = text.data() + text.size();
+    const std::from_chars_result width = std::from_chars(text.data(), end, size.width);
+    const bool cross = width.ec == std::errc() && width.ptr != end && *width.ptr == 'x';
+    const std::from_chars_result height = std::from_chars(cross ? width.ptr + 1 : end, end, size.height);
+    const auto isSide = [](unsigned int side) { return side > 0 && side <= kMaxSide; };
+    if (height.ec != std::errc() || height.ptr != end || !isSide(size.width) || !isSide(size.height))
         fail<UsageFailure>("--size wants WIDTHxHEIGHT, such as 1920x1080, up to {} each, not '{}'", kMaxSide, text);
     return size;
 }
