@@ -1,4 +1,4 @@
-// 'tavrin apply': the arithmetic, the choice of formats, threads and options.
+// The command 'apply': the arithmetic, the choice of formats, threads and options.
 #include "pictureFiles.h"
 #include "programRun.h"
 

@@ -1,4 +1,4 @@
-// 'tavrin chart': values of known places, sizes and encodings.
+// The command 'chart': values of known places, sizes and encodings.
 #include "pictureFiles.h"
 #include "programRun.h"
 

@@ -1,4 +1,4 @@
-// 'tavrin info': texts written by hand.
+// The command 'info': texts written by hand.
 #include "programRun.h"
 
 using testing::HasSubstr;
