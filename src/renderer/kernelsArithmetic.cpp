@@ -8,6 +8,10 @@
 
 #include <hwy/highway.h>
 
+#include "renderer/CPUCDLOp-inl.h"
+#include "renderer/CPUExposureContrastOp-inl.h"
+#include "renderer/CPUGammaOp-inl.h"
+#include "renderer/CPULogOp-inl.h"
 #include "renderer/CPUMatrixOp-inl.h"
 #include "renderer/CPURangeOp-inl.h"
 #include "renderer/blockLoop-inl.h"

@@ -4,7 +4,9 @@
 #include "transform/ops.h"
 #include "utils/utils.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace Tavrin
 {
@@ -23,6 +25,12 @@ void addEntry(Callbacks& callbacks, std::string const& key, std::string const& v
 void addNumber(Callbacks& callbacks, std::string const& key, double value)
 {
     addEntry(callbacks, key, formatFloat(static_cast<float>(value)));
+}
+
+// Of red, green and blue.
+void addTuple(Callbacks& callbacks, std::string const& key, double red, double green, double blue)
+{
+    addEntry(callbacks, key, formatTuple({static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue)}));
 }
 
 void addDescriptions(Callbacks& callbacks, Color::Descriptions const& descriptions)
@@ -58,6 +66,54 @@ void addOwnEntries(Callbacks& callbacks, Color::RangeOp const& range)
         addNumber(callbacks, "Max Input Value", range.getMaxInValue());
         addNumber(callbacks, "Max Output Value", range.getMaxOutValue());
     }
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::GammaOp const& gamma)
+{
+    addEntry(callbacks, "Gamma Style", Color::GammaOp::getGammaStyleName(gamma.getGammaStyle()));
+    for (Color::GammaOp::Params const& params :
+         {gamma.getRedParams(), gamma.getGreenParams(), gamma.getBlueParams(), gamma.getAlphaParams()})
+    {
+        static constexpr char const* kNames[] = {"gamma", "offset"};
+        for (std::size_t i = 0; i < std::min(params.size(), std::size(kNames)); ++i)
+            addNumber(callbacks, kNames[i], params[i]);
+    }
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::ExposureContrastOp const& op)
+{
+    addEntry(callbacks, "E/C Style", Color::ExposureContrastOp::getStyleName(op.getStyle()));
+    addNumber(callbacks, "Exposure", op.getExposure()->getValue());
+    addNumber(callbacks, "Contrast", op.getContrast()->getValue());
+    addNumber(callbacks, "Gamma", 1.0); // The operator has no gamma of its own: always the neutral one.
+    addNumber(callbacks, "Pivot", op.getPivot());
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::LogOp const& log)
+{
+    addEntry(callbacks, "Log Style", Color::LogOp::getLogStyleName(log.getLogStyle()));
+    if (!Color::LogOp::hasParameters(log.getLogStyle()))
+        return;
+    // In the order of the display; the numbers are places in the operator's lists.
+    struct
+    {
+        char const* name;
+        std::size_t index;
+    } const entries[] = {{"RefWhite", 1}, {"RefBlack", 2}, {"Highlight", 3}, {"Shadow", 4}, {"Gamma", 0}};
+    for (auto const& entry : entries)
+    {
+        addTuple(callbacks, entry.name, log.getRedParams().at(entry.index), log.getGrnParams().at(entry.index),
+                 log.getBluParams().at(entry.index));
+    }
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::CDLOp const& cdl)
+{
+    addEntry(callbacks, "CDL Style", Color::CDLOp::getCDLStyleName(cdl.getCDLStyle()));
+    addTuple(callbacks, "Slope", cdl.getSlopeParams()[0], cdl.getSlopeParams()[1], cdl.getSlopeParams()[2]);
+    addTuple(callbacks, "Offset", cdl.getOffsetParams()[0], cdl.getOffsetParams()[1], cdl.getOffsetParams()[2]);
+    addTuple(callbacks, "Power", cdl.getPowerParams()[0], cdl.getPowerParams()[1], cdl.getPowerParams()[2]);
+    addNumber(callbacks, "Saturation", cdl.getSaturation());
 }
 
 using AddOwnEntries = void (*)(Callbacks& callbacks, Color::Op const& op);

@@ -2,7 +2,11 @@
 #ifndef TAVRIN_TRANSFORM_OPS_H
 #define TAVRIN_TRANSFORM_OPS_H
 
+#include "transform/CDLOp.h"
+#include "transform/exposureContrastOp.h"
+#include "transform/gammaOp.h"
 #include "transform/invLut1DOp.h"
+#include "transform/logOp.h"
 #include "transform/lut1DOp.h"
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"

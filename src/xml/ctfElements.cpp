@@ -3,11 +3,15 @@
 #include "xml/ctfElements.h"
 
 #include "utils/utils.h"
+#include "xml/CDLElt.h"
 #include "xml/arrayElt.h"
 #include "xml/ctfVersions.h"
 #include "xml/ctfVocabulary.h"
 #include "xml/dynamicParamElt.h"
+#include "xml/exposureContrastElt.h"
+#include "xml/gammaElt.h"
 #include "xml/invLut1DElt.h"
+#include "xml/logElt.h"
 #include "xml/lut1DElt.h"
 #include "xml/lut3DElt.h"
 #include "xml/matrixElt.h"
@@ -77,11 +81,11 @@ constexpr OpRow kOperators[] = {
     {TAG_MATRIX,            OpType::MatrixOp,           above(1.2F),             &createOpElt<MatrixElt_1_3>},
     {TAG_RANGE,             OpType::RangeOp,            upTo(Versions::kNewest), &createOpElt<RangeElt>},
     {TAG_REFERENCE,         OpType::ReferenceOp,        upTo(Versions::kNewest), nullptr},
-    {TAG_GAMMA,             OpType::GammaOp,            upTo(1.4F),              nullptr},
-    {TAG_GAMMA,             OpType::GammaOp,            above(1.4F),             nullptr},
-    {TAG_EXPOSURE_CONTRAST, OpType::ExposureContrastOp, upTo(Versions::kNewest), nullptr},
-    {TAG_LOG,               OpType::LogOp,              since(1.3F),             nullptr},
-    {TAG_CDL,               OpType::CDLOp,              since(1.3F),             nullptr},
+    {TAG_GAMMA,             OpType::GammaOp,            upTo(1.4F),              &createOpElt<GammaElt>},
+    {TAG_GAMMA,             OpType::GammaOp,            above(1.4F),             &createOpElt<GammaElt_1_5>},
+    {TAG_EXPOSURE_CONTRAST, OpType::ExposureContrastOp, upTo(Versions::kNewest), &createOpElt<ExposureContrastElt>},
+    {TAG_LOG,               OpType::LogOp,              since(1.3F),             &createOpElt<LogElt>},
+    {TAG_CDL,               OpType::CDLOp,              since(1.3F),             &createOpElt<CDLElt>},
     {TAG_DITHER,            OpType::DitherOp,           since(1.3F),             nullptr},
     {TAG_GAMUT_MAP,         OpType::GamutMapOp,         since(1.4F),             nullptr},
     {TAG_HUE_VECTOR,        OpType::HueVectorOp,        since(1.4F),             nullptr},
@@ -120,6 +124,12 @@ template <class Elt>
 std::unique_ptr<Element> createElt(std::string const& tag, ContainerElt* parent, unsigned int line, std::string const& file)
 {
     return std::make_unique<Elt>(tag, parent, line, file);
+}
+
+// Which one depends on the version that the parent was chosen by.
+std::unique_ptr<Element> createGammaParams(std::string const& tag, ContainerElt* parent, unsigned int line, std::string const& file)
+{
+    return dynamic_cast<GammaElt&>(*parent).createGammaParamsElt(tag, parent, line, file);
 }
 
 std::unique_ptr<Element> refuse(std::string const& tag, ContainerElt*, unsigned int line, std::string const& file)
@@ -164,28 +174,28 @@ constexpr char kSopReason[] = ": Slope, Offset or Power tags not allowed in this
 
 // clang-format off
 constexpr ChildRow kChildren[] = {
-    {TAG_INFO,              &in<TransformElt>,       &createElt<InfoElt>,             ": Info not allowed in this element"},
-    {TAG_ARRAY,             &in<ArrayMgt>,           nullptr,                         ": Color::Array not allowed in this element"},
-    {TAG_ARRAY,             &inUnfinishedArrayOwner, &createElt<ArrayElt>,            ": Only one Color::Array allowed per op"},
-    {TAG_DESCRIPTION,       &anywhere,               &createElt<DescriptionElt>,      nullptr},
-    {TAG_INPUT_DESCRIPTOR,  &in<TransformElt>,       &createElt<InputDescriptorElt>,  ": InputDescriptor not allowed in this element"},
-    {TAG_OUTPUT_DESCRIPTOR, &in<TransformElt>,       &createElt<OutputDescriptorElt>, ": OutputDescriptor not allowed in this element"},
-    {TAG_INDEX_MAP,         &anywhere,               &refuse,                         nullptr},
-    {TAG_MIN_IN_VALUE,      &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
-    {TAG_MAX_IN_VALUE,      &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
-    {TAG_MIN_OUT_VALUE,     &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
-    {TAG_MAX_OUT_VALUE,     &in<RangeElt>,           &createElt<RangeValueElt>,       kRangeReason},
-    {TAG_GAMMA_PARAMS,      &nowhere,                nullptr,                         ": Gamma Params not allowed in this element"},
-    {TAG_EC_PARAMS,         &nowhere,                nullptr,                         ": E/C Params not allowed in this element"},
-    {TAG_DYNAMIC_PARAMETER, &in<OpElt>,              &createElt<DynamicParamElt>,     ": Dynamic properties not allowed in this element"},
-    {TAG_LOG_PARAMS,        &nowhere,                nullptr,                         ": Log Params not allowed in this element"},
-    {TAG_HUE_VECTOR_PARAMS, &nowhere,                nullptr,                         ": HueVector Params not allowed in this element"},
-    {TAG_SOPNODE,           &nowhere,                nullptr,                         ": SOPNode not allowed in this element"},
-    {TAG_SLOPE,             &nowhere,                nullptr,                         kSopReason},
-    {TAG_OFFSET,            &nowhere,                nullptr,                         kSopReason},
-    {TAG_POWER,             &nowhere,                nullptr,                         kSopReason},
-    {TAG_SATNODE,           &nowhere,                nullptr,                         ": SatNode not allowed in this element"},
-    {TAG_SATURATION,        &nowhere,                nullptr,                         ": Saturation not allowed in this element"},
+    {TAG_INFO,              &in<TransformElt>,           &createElt<InfoElt>,              ": Info not allowed in this element"},
+    {TAG_ARRAY,             &in<ArrayMgt>,               nullptr,                          ": Color::Array not allowed in this element"},
+    {TAG_ARRAY,             &inUnfinishedArrayOwner,     &createElt<ArrayElt>,             ": Only one Color::Array allowed per op"},
+    {TAG_DESCRIPTION,       &anywhere,                   &createElt<DescriptionElt>,       nullptr},
+    {TAG_INPUT_DESCRIPTOR,  &in<TransformElt>,           &createElt<InputDescriptorElt>,   ": InputDescriptor not allowed in this element"},
+    {TAG_OUTPUT_DESCRIPTOR, &in<TransformElt>,           &createElt<OutputDescriptorElt>,  ": OutputDescriptor not allowed in this element"},
+    {TAG_INDEX_MAP,         &anywhere,                   &refuse,                          nullptr},
+    {TAG_MIN_IN_VALUE,      &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
+    {TAG_MAX_IN_VALUE,      &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
+    {TAG_MIN_OUT_VALUE,     &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
+    {TAG_MAX_OUT_VALUE,     &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
+    {TAG_GAMMA_PARAMS,      &in<GammaElt>,               &createGammaParams,               ": Gamma Params not allowed in this element"},
+    {TAG_EC_PARAMS,         &in<ExposureContrastElt>,    &createElt<ECParamsElt>,          ": E/C Params not allowed in this element"},
+    {TAG_DYNAMIC_PARAMETER, &in<OpElt>,                  &createElt<DynamicParamElt>,      ": Dynamic properties not allowed in this element"},
+    {TAG_LOG_PARAMS,        &in<LogElt>,                 &createElt<LogParamsElt>,         ": Log Params not allowed in this element"},
+    {TAG_HUE_VECTOR_PARAMS, &nowhere,                    nullptr,                          ": HueVector Params not allowed in this element"},
+    {TAG_SOPNODE,           &in<CDLElt>,                 &createElt<SOPNodeElt>,           ": SOPNode not allowed in this element"},
+    {TAG_SLOPE,             &in<SOPNodeElt>,             &createElt<SOPValueElt>,          kSopReason},
+    {TAG_OFFSET,            &in<SOPNodeElt>,             &createElt<SOPValueElt>,          kSopReason},
+    {TAG_POWER,             &in<SOPNodeElt>,             &createElt<SOPValueElt>,          kSopReason},
+    {TAG_SATNODE,           &in<CDLElt>,                 &createElt<SatNodeElt>,           ": SatNode not allowed in this element"},
+    {TAG_SATURATION,        &in<SatNodeElt>,             &createElt<SaturationElt>,        ": Saturation not allowed in this element"},
 };
 // clang-format on
 

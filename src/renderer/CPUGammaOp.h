@@ -1,0 +1,29 @@
+// Parameters of the gamma kernels. Arrays hold red, green, blue and alpha.
+#ifndef TAVRIN_RENDERER_CPU_GAMMA_OP_H
+#define TAVRIN_RENDERER_CPU_GAMMA_OP_H
+
+namespace Rendering
+{
+
+// pow(in * inScale, exponent) * outScale; 0 for what is not above 0.
+struct GammaBasicParameters
+{
+    float inScale;
+    float outScale;
+    float exponent[4];
+};
+
+// The values of gammaOpUtil::MoncurveParams, and the scale of the other depth.
+struct GammaMoncurveParameters
+{
+    float gamma[4];
+    float offset[4];
+    float breakPoint[4];
+    float slope[4];
+    float scale[4];
+    float depthScale;
+};
+
+} // namespace Rendering
+
+#endif
