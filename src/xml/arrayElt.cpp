@@ -71,6 +71,7 @@ void ArrayElt::_setDimensions(char const* text)
     {
         throw illegal();
     }
+    m_count = m_array->getNumValues();
     m_position = 0;
 }
 
@@ -93,7 +94,7 @@ void ArrayElt::setRawData(std::string const& text, unsigned int line)
 
 void ArrayElt::_append(float value, unsigned int line)
 {
-    if (m_position >= m_array->getNumValues())
+    if (m_position >= m_count)
     {
         throw failureAt(ErrorIds::kArrayValuesTooMany, line, parentAs<ArrayMgt>().getDimensionText(*m_array), getTypeName());
     }

@@ -54,6 +54,7 @@ private:
     void _append(float value, unsigned int line);
 
     Array* m_array = nullptr; // The operator's.
+    unsigned int m_count = 0; // Values that it holds.
     unsigned int m_position = 0;
 };
 

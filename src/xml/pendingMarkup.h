@@ -25,6 +25,8 @@ public:
     // What was kept back, which then is no more.
     std::string take();
 
+    // Nothing waits for its end: a text that comes now is text and nothing else. The first half of a line break may wait.
+    bool isNone() const { return m_kept.empty() && (m_unused.empty() || m_unused == "\r"); }
     // The parser holds brackets, which may or may not end a section of character data.
     bool isBrackets() const;
     // The parser has scanned too much in vain.

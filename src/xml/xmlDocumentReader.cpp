@@ -6,6 +6,7 @@
 #include "xml/xmlReaderNumbers.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <new>
 #include <utility>
@@ -27,6 +28,24 @@ XML_Parser createParser()
         throw std::bad_alloc();
     }
     return parser;
+}
+
+constexpr char kBlanks[] = " \t\r";
+
+// Whether a line holds characters of decimal numbers and blanks alone. They mean themselves in all encodings that a document can
+// have and are no part of any markup.
+bool isNumbersAlone(std::string_view line)
+{
+    static constexpr auto kIsPlain = []
+    {
+        std::array<bool, 256> isPlain{};
+        for (char const c : std::string_view("0123456789+-.,eE \t\r"))
+        {
+            isPlain[static_cast<unsigned char>(c)] = true;
+        }
+        return isPlain;
+    }();
+    return std::all_of(line.begin(), line.end(), [](char c) { return kIsPlain[static_cast<unsigned char>(c)]; });
 }
 
 DocumentReader& readerOf(void* userData)
@@ -163,9 +182,15 @@ void DocumentReader::_readLines(std::istream& stream)
         std::string_view rest(block.data(), static_cast<std::size_t>(stream.gcount()));
         while (!rest.empty())
         {
-            m_lineNumber += isInLine ? 0 : 1;
+            bool const isNewLine = !isInLine;
+            m_lineNumber += isNewLine ? 1 : 0;
             std::size_t const lineFeed = rest.find('\n');
             isInLine = lineFeed == std::string_view::npos;
+            if (isNewLine && !isInLine && _takeNumbers(rest.substr(0, lineFeed)))
+            {
+                rest.remove_prefix(lineFeed + 1);
+                continue;
+            }
             _readPiece(rest.substr(0, lineFeed));
             rest.remove_prefix(isInLine ? rest.size() : lineFeed + 1);
             if (!isInLine)
@@ -174,6 +199,22 @@ void DocumentReader::_readLines(std::istream& stream)
             }
         }
     }
+}
+
+bool DocumentReader::_takeNumbers(std::string_view line)
+{
+    Element* const top = m_elementStack.back();
+    if (!top || top->isDummy() || !m_pendingMarkup.isNone() || !isNumbersAlone(line))
+    {
+        return false;
+    }
+    std::size_t const first = line.find_first_not_of(kBlanks);
+    if (first != std::string_view::npos)
+    {
+        m_numbers = line.substr(first, line.find_last_not_of(kBlanks) + 1 - first);
+        top->setRawData(m_numbers, m_lineNumber);
+    }
+    return true;
 }
 
 void DocumentReader::_endLine()

@@ -70,6 +70,8 @@ private:
     void _reset();
     void _readLines(std::istream& stream);
     void _endLine();
+    // Hands on a line that is text for certain without the parser's help, which most of a large table is. False for another line.
+    bool _takeNumbers(std::string_view line);
     // A line or a buffer, or a part of one.
     void _readPiece(std::string_view piece);
     void _parseBuffer(std::string_view chunk);
@@ -81,6 +83,7 @@ private:
     unsigned int m_lineNumber = 0;
     std::string m_xmlFilename;
     bool m_splitsAtLineBreaks = false; // The text has line breaks that split it, as a buffer has.
+    std::string m_numbers;             // A line of numbers, kept for its memory.
     std::string m_text;                // What the parser gave of one line so far.
     std::uint64_t m_parsedBytes = 0;
     PendingMarkup m_pendingMarkup;

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <limits>
 #include <locale.h>
+#include <type_traits>
 
 namespace Color::Xml::Reader
 {
@@ -54,9 +55,9 @@ std::string_view withoutLeadingSpace(std::string_view text)
 }
 
 // An ordinary decimal number that fills its token: both ways of reading round correctly, so they agree. Everything else (no
-// number at all, a tail after the number, hexadecimal, out of range) is left to sscanf.
+// number at all, a tail after the number, hexadecimal, out of range) is left to sscanf. Gives the token's length, 0 for none.
 template <class T>
-bool scanOrdinaryNumber(std::string_view text, T& value)
+std::size_t scanOrdinaryNumber(std::string_view text, T& value)
 {
     char const* first = text.data();
     char const* const last = first + text.size();
@@ -64,16 +65,16 @@ bool scanOrdinaryNumber(std::string_view text, T& value)
     char const* const digits = first + (minus || (first != last && *first == '+') ? 1 : 0);
     if (digits == last || (!isDigit(*digits) && *digits != '.'))
     {
-        return false;
+        return 0;
     }
     T number;
     auto const [end, error] = std::from_chars(minus ? first : digits, last, number);
     if (error != std::errc{} || (end != last && !isSeparator(*end)))
     {
-        return false;
+        return 0;
     }
     value = number;
-    return true;
+    return static_cast<std::size_t>(end - first);
 }
 
 // The separator goes along, so that sscanf sees as much of the text as it ever would.
@@ -90,7 +91,7 @@ template <class T>
 bool scan(std::string_view text, char const* format, T& value)
 {
     text = withoutLeadingSpace(text);
-    return scanOrdinaryNumber(text, value) || scanAnyNumber(text, format, value);
+    return scanOrdinaryNumber(text, value) != 0 || scanAnyNumber(text, format, value);
 }
 
 // The spellings of numbers that are not finite, for systems whose sscanf does not know them.
@@ -186,11 +187,28 @@ T parseNumber(std::string_view text)
     return value;
 }
 
+// Moves from a token on to the next one.
+template <class T>
+T takeToken(std::string_view text, std::size_t& position)
+{
+    T value{};
+    if constexpr (std::is_floating_point_v<T>)
+    {
+        if (std::size_t const length = scanOrdinaryNumber(text.substr(position), value))
+        {
+            position += length;
+            return value;
+        }
+    }
+    value = parseNumber<T>(text.substr(position));
+    position = findDelim(text, position);
+    return value;
+}
+
 template <class T>
 T getNextNumber(std::string_view text, std::size_t& position)
 {
-    T const value = parseNumber<T>(text.substr(position));
-    position = findDelim(text, position);
+    T const value = takeToken<T>(text, position);
     if (position != kEnd)
     {
         position = findNextTokenStart(text, position);
