@@ -108,14 +108,21 @@ private:
     BlockFunction m_function;
 };
 
-void prepareLine(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
+// Whether the first renderer takes the bit patterns of halfs; a bypassed one never does.
+bool prepareLine(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
 {
+    bool takesHalfCodes = false;
     for (std::size_t i = 0; i < running.size(); ++i)
     {
         VirtualRenderer const& renderer = renderers[i];
-        running[i].kernel = renderer.isBypassed() ? bypassScales.prepareLine(i == 0, i + 1 == running.size(), running[i].parameters)
-                                                  : renderer.prepareLine(running[i].parameters);
+        bool const isFirst = i == 0;
+        bool const isBypassed = renderer.isBypassed();
+        running[i].kernel = isBypassed ? bypassScales.prepareLine(isFirst, i + 1 == running.size(), running[i].parameters)
+                                       : renderer.prepareLine(running[i].parameters);
+        if (isFirst)
+            takesHalfCodes = !isBypassed && renderer.takesHalfCodes();
     }
+    return takesHalfCodes;
 }
 
 } // namespace
@@ -146,11 +153,12 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
             direct.function(direct.parameters, source.line(line), destination.line(line), roi.width);
             continue;
         }
-        prepareLine(renderers, bypassScales, running);
+        bool const takesCodes = prepareLine(renderers, bypassScales, running);
+        LoadFunction const load = takesCodes ? m_source.loadCodes : m_source.load;
         for (unsigned int x = 0; x < roi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(roi.width - x, Block::kPixels);
-            m_source.load(source.pixel(line, x), count, block);
+            load(source.pixel(line, x), count, block);
             for (RunningRenderer const& renderer : running)
                 renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line});
             store(block, count, destination.pixel(line, x), source.following(line, x + count, roi.width));

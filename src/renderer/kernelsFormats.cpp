@@ -10,6 +10,7 @@
 
 #include "renderer/halfFloat-inl.h"
 #include "renderer/kernelsFormats.h"
+#include "renderer/transpose-inl.h"
 #include "renderer/truncate-inl.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
@@ -84,21 +85,7 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-using D = hn::ScalableTag<float>;
-using DU = hn::RebindToUnsigned<D>;
-using DI = hn::RebindToSigned<D>;
-using V = hn::VFromD<D>;
-using VU = hn::VFromD<DU>;
-
 // Four channels in memory order, or three and an unused one.
-struct Channels
-{
-    V c0;
-    V c1;
-    V c2;
-    V c3;
-};
-
 struct CodeChannels
 {
     VU c0;
@@ -110,82 +97,7 @@ struct CodeChannels
 constexpr std::size_t kMaxPixelBytes = 16;
 constexpr std::size_t kCacheLine = 64;
 
-// ---------------------------------------------------------------- four channels of 32 bits: transposes
-
-#undef TAVRIN_TRANSPOSE_AVX512
-#if HWY_TARGET == HWY_AVX3
-#define TAVRIN_TRANSPOSE_AVX512 1
-#else
-#define TAVRIN_TRANSPOSE_AVX512 0
-#endif
-
-#if TAVRIN_TRANSPOSE_AVX512
-
-// Registers of four whole pixels each, in order, become channels in pixel order; eight shuffles.
-HWY_INLINE Channels Deinterleave(V p0, V p1, V p2, V p3)
-{
-    const __m512i first = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
-    const __m512i second = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 3, 7, 11, 15, 19, 23, 27, 31);
-    const __m512 c01low = _mm512_permutex2var_ps(p0.raw, first, p1.raw);
-    const __m512 c23low = _mm512_permutex2var_ps(p0.raw, second, p1.raw);
-    const __m512 c01high = _mm512_permutex2var_ps(p2.raw, first, p3.raw);
-    const __m512 c23high = _mm512_permutex2var_ps(p2.raw, second, p3.raw);
-    return {V{_mm512_shuffle_f32x4(c01low, c01high, 0x44)}, V{_mm512_shuffle_f32x4(c01low, c01high, 0xee)},
-            V{_mm512_shuffle_f32x4(c23low, c23high, 0x44)}, V{_mm512_shuffle_f32x4(c23low, c23high, 0xee)}};
-}
-
-// The way back.
-HWY_INLINE void Interleave(Channels const& c, V& p0, V& p1, V& p2, V& p3)
-{
-    const __m512i low = _mm512_setr_epi32(0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
-    const __m512i high = _mm512_setr_epi32(8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
-    const __m512i lowPairs = _mm512_setr_epi64(0, 8, 1, 9, 2, 10, 3, 11);
-    const __m512i highPairs = _mm512_setr_epi64(4, 12, 5, 13, 6, 14, 7, 15);
-    const __m512d c01low = _mm512_castps_pd(_mm512_permutex2var_ps(c.c0.raw, low, c.c1.raw));
-    const __m512d c23low = _mm512_castps_pd(_mm512_permutex2var_ps(c.c2.raw, low, c.c3.raw));
-    const __m512d c01high = _mm512_castps_pd(_mm512_permutex2var_ps(c.c0.raw, high, c.c1.raw));
-    const __m512d c23high = _mm512_castps_pd(_mm512_permutex2var_ps(c.c2.raw, high, c.c3.raw));
-    p0 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01low, lowPairs, c23low))};
-    p1 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01low, highPairs, c23low))};
-    p2 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01high, lowPairs, c23high))};
-    p3 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01high, highPairs, c23high))};
-}
-
-#elif HWY_TARGET == HWY_AVX2
-
-// A register holds pixels k and k + 4; in-lane shuffles then leave the channels in pixel order.
-HWY_INLINE Channels Deinterleave(V p04, V p15, V p26, V p37)
-{
-    const D d;
-    const hn::RepartitionToWide<DU> du64;
-    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, p04, p15));
-    const auto c23low = hn::BitCast(du64, hn::InterleaveUpper(d, p04, p15));
-    const auto c01high = hn::BitCast(du64, hn::InterleaveLower(d, p26, p37));
-    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, p26, p37));
-    return {hn::BitCast(d, hn::InterleaveLower(du64, c01low, c01high)), hn::BitCast(d, hn::InterleaveUpper(du64, c01low, c01high)),
-            hn::BitCast(d, hn::InterleaveLower(du64, c23low, c23high)), hn::BitCast(d, hn::InterleaveUpper(du64, c23low, c23high))};
-}
-
-// Two pixels a register, in order.
-HWY_INLINE void Interleave(Channels const& c, V& p01, V& p23, V& p45, V& p67)
-{
-    const D d;
-    const hn::RepartitionToWide<DU> du64;
-    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, c.c0, c.c1));
-    const auto c23low = hn::BitCast(du64, hn::InterleaveLower(d, c.c2, c.c3));
-    const auto c01high = hn::BitCast(du64, hn::InterleaveUpper(d, c.c0, c.c1));
-    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, c.c2, c.c3));
-    const V p04 = hn::BitCast(d, hn::InterleaveLower(du64, c01low, c23low));
-    const V p15 = hn::BitCast(d, hn::InterleaveUpper(du64, c01low, c23low));
-    const V p26 = hn::BitCast(d, hn::InterleaveLower(du64, c01high, c23high));
-    const V p37 = hn::BitCast(d, hn::InterleaveUpper(du64, c01high, c23high));
-    p01 = hn::ConcatLowerLower(d, p15, p04);
-    p23 = hn::ConcatLowerLower(d, p37, p26);
-    p45 = hn::ConcatUpperUpper(d, p15, p04);
-    p67 = hn::ConcatUpperUpper(d, p37, p26);
-}
-
-#endif
+// ---------------------------------------------------------------- four channels of 32 bits
 
 // The four registers that Deinterleave takes, from floats in memory.
 HWY_INLINE Channels LoadFourFloats(const float* p)
@@ -560,6 +472,28 @@ private:
 
 #endif
 
+// Halfs whose colours are taken as bit patterns.
+template <Layout kLayout>
+struct HalfCodeFormat
+{
+    static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(std::uint16_t);
+
+    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        using Code = IntegerElement<std::uint16_t, 65535>;
+        const std::uint16_t* const elements = reinterpret_cast<const std::uint16_t*>(p);
+        VU r, g, b, a;
+        if constexpr (hasAlpha(kLayout))
+            InColorOrder<kLayout>(LoadCodes4(elements), r, g, b, a);
+        else
+            InColorOrder<kLayout>(LoadCodes3(elements), r, g, b, a);
+        red = Code::ToFloat(r);
+        green = Code::ToFloat(g);
+        blue = Code::ToFloat(b);
+        alpha = hasAlpha(kLayout) ? HalfElement::ToFloat(a) : hn::Set(D(), HalfElement::kImplicitAlpha);
+    }
+};
+
 // One big-endian word of ten bits a colour; alpha's two bits are taken and given as they stand.
 template <Layout kLayout>
 struct PackedFormat
@@ -705,14 +639,31 @@ void Stream(Block const& block, unsigned int count, void* destination, UpcomingP
     Store<Format>(block, count, destination, upcoming);
 }
 
-template <class Format>
+template <class Format, class CodeFormat = Format>
 constexpr FormatFunctions functionsOf()
 {
-    return {&Load<Format>, &Store<Format>, &Stream<Format>};
+    return {&Load<Format>, &Load<CodeFormat>, &Store<Format>, &Stream<Format>};
+}
+
+template <Layout kLayout, class Format>
+struct CodesOf
+{
+    using Type = Format;
+};
+template <Layout kLayout>
+struct CodesOf<kLayout, HalfFormat<kLayout>>
+{
+    using Type = HalfCodeFormat<kLayout>;
+};
+
+template <Layout kLayout, template <Layout> class Format>
+constexpr FormatFunctions functionsOfLayout()
+{
+    return functionsOf<Format<kLayout>, typename CodesOf<kLayout, Format<kLayout>>::Type>();
 }
 
 constexpr FormatTable kFormats = {
-#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) functionsOf<Format_##depth<Layout::layout>>(),
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) functionsOfLayout<Layout::layout, Format_##depth>(),
 #include <tavrin/pixelFormats.def>
 #undef TAVRIN_PIXEL_FORMAT
 };

@@ -29,6 +29,8 @@ using StoreFunction = void (*)(Block const& block, unsigned int count, void* des
 struct FormatFunctions
 {
     LoadFunction load;
+    // The same, but the colours of a half format come as their bit patterns, 0 to 65535; alpha comes as a value.
+    LoadFunction loadCodes;
     StoreFunction store;
     // Goes past the caches; for large destinations that nobody reads soon, and never for memory that is also the source. End a run
     // of such stores with finishStreaming().

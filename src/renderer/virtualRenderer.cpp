@@ -17,6 +17,11 @@ char const* getRendererKindName(RendererKind kind)
     return "";
 }
 
+bool VirtualRenderer::takesHalfCodes() const
+{
+    return false;
+}
+
 DirectLine VirtualRenderer::getDirectLine(Tavrin::PixelFormat, Tavrin::PixelFormat) const
 {
     return {};

@@ -70,6 +70,10 @@ public:
     // What runs over the next line. Dynamic values are read here and hold for the line.
     virtual LineKernel prepareLine(LineParameters& room) const = 0;
 
+    // Whether the colours of half pixels are wanted as bit patterns, as a table that they index does. Only the first renderer meets
+    // halfs.
+    virtual bool takesHalfCodes() const;
+
     // Used when this renderer is the only one; no function when there is no such way for the two formats.
     virtual DirectLine getDirectLine(Tavrin::PixelFormat in, Tavrin::PixelFormat out) const;
 

@@ -116,6 +116,36 @@ void addOwnEntries(Callbacks& callbacks, Color::CDLOp const& cdl)
     addNumber(callbacks, "Saturation", cdl.getSaturation());
 }
 
+// One entry for each row, or grid point, of a table.
+void addTableRows(Callbacks& callbacks, Color::Array const& array)
+{
+    for (unsigned int first = 0; first + 2 < array.getValues().size(); first += 3)
+        addEntry(callbacks, "Array Row " + std::to_string(first / 3 + 1),
+                 formatTuple({array.get(first), array.get(first + 1), array.get(first + 2)}));
+}
+
+// An inverse table too.
+void addOwnEntries(Callbacks& callbacks, Color::Lut1DOp const& lut)
+{
+    addEntry(callbacks, "Interpolation", Color::Lut1DOp::getInterpolationName(lut.getInterpolation()));
+    addEntry(callbacks, "Array Dimension", std::to_string(lut.getArray().getDimension()));
+    if (lut.isInputHalfDomain())
+        addEntry(callbacks, "Half Domain", "Yes");
+    if (lut.isOutputRawHalfs())
+        addEntry(callbacks, "Raw Halfs", "Yes");
+    if (lut.getHueAdjust() != Color::Lut1DOp::HueAdjust::None)
+        addEntry(callbacks, "Hue Adjustment", Color::Lut1DOp::getHueAdjustName(lut.getHueAdjust()));
+    addTableRows(callbacks, lut.getArray());
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::Lut3DOp const& lut)
+{
+    std::string const dimension = std::to_string(lut.getArray().getDimension());
+    addEntry(callbacks, "Interpolation", Color::Lut3DOp::getInterpolationName(lut.getInterpolation()));
+    addEntry(callbacks, "Array Dimension", dimension + " x " + dimension + " x " + dimension);
+    addTableRows(callbacks, lut.getArray());
+}
+
 using AddOwnEntries = void (*)(Callbacks& callbacks, Color::Op const& op);
 
 constexpr std::array kOwnEntries = {

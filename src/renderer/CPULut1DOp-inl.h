@@ -1,0 +1,163 @@
+// Kernels of the 1D table: the raw value of a pixel is a row, or two rows are interpolated.
+#if defined(TAVRIN_RENDERER_CPU_LUT_1D_OP_INL_H) == defined(HWY_TARGET_TOGGLE)
+#ifdef TAVRIN_RENDERER_CPU_LUT_1D_OP_INL_H
+#undef TAVRIN_RENDERER_CPU_LUT_1D_OP_INL_H
+#else
+#define TAVRIN_RENDERER_CPU_LUT_1D_OP_INL_H
+#endif
+
+#include "renderer/CPULut1DOp.h"
+#include "renderer/channelOrder-inl.h"
+#include "renderer/gather-inl.h"
+#include "renderer/halfFloat-inl.h"
+#include "renderer/truncate-inl.h"
+
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace Rendering::HWY_NAMESPACE
+{
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Rows are reckoned by one of three rules; each gives the table's value for a vector of inputs.
+
+// The input is a code: an integer, or the bit pattern of a half. Codes beyond the table, which 16-bit words of 10 and 12-bit
+// formats may hold, take its last row.
+template <class Entry>
+struct LookUp : Lut1DParameters
+{
+    template <class D, class V>
+    HWY_INLINE V Value(D d, void const* entries, V code) const
+    {
+        const auto row = TruncateInRange(d, hn::Min(code, hn::Set(d, maxIndex)));
+        return Gather<Entry>(d, entries, row);
+    }
+};
+
+// The input is a value. A NaN takes the first row: it is not above 0.
+template <class D, class V>
+HWY_INLINE V ClampToRows(D d, V x, float maxIndex)
+{
+    const V last = hn::Set(d, maxIndex);
+    const V notBelow = hn::IfThenElseZero(hn::Gt(x, hn::Zero(d)), x);
+    return hn::IfThenElse(hn::Lt(notBelow, last), notBelow, last);
+}
+
+template <class Entry>
+struct Interpolate : Lut1DParameters
+{
+    template <class D, class V>
+    HWY_INLINE V Value(D d, void const* entries, V in) const
+    {
+        const V x = ClampToRows(d, hn::Mul(in, hn::Set(d, indexScale)), maxIndex);
+        const auto lower = TruncateInRange(d, x);
+        const V next = hn::Add(hn::ConvertTo(d, lower), hn::Set(d, 1.0F));
+        const V upper = hn::IfThenElse(hn::Lt(next, hn::Set(d, maxIndex)), next, hn::Set(d, maxIndex));
+        const V delta = hn::Sub(upper, x);
+        const V low = Gather<Entry>(d, entries, lower);
+        const V high = Gather<Entry>(d, entries, TruncateInRange(d, upper));
+        return hn::Add(hn::Mul(hn::Sub(low, high), delta), high);
+    }
+};
+
+// The same from prepared differences, which a gather fetches together with the upper entry.
+struct InterpolateInPairs : Lut1DParameters
+{
+    template <class D, class V>
+    HWY_INLINE V Value(D d, void const* pairs, V in) const
+    {
+        const V x = ClampToRows(d, hn::Mul(in, hn::Set(d, indexScale)), maxIndex);
+        const auto lower = TruncateInRange(d, x);
+        const V next = hn::Add(hn::ConvertTo(d, lower), hn::Set(d, 1.0F));
+        const V upper = hn::IfThenElse(hn::Lt(next, hn::Set(d, maxIndex)), next, hn::Set(d, maxIndex));
+        const V delta = hn::Sub(upper, x);
+        V difference, high;
+        GatherPairs(d, static_cast<EntryPair const*>(pairs), lower, difference, high);
+        return hn::Add(hn::Mul(difference, delta), high);
+    }
+};
+
+// The table has a row for each half: the two halfs around the value are interpolated.
+template <class Entry>
+struct HalfCode : Lut1DParameters
+{
+    template <class D, class V>
+    HWY_INLINE V Value(D d, void const* entries, V in) const
+    {
+        const hn::RebindToUnsigned<D> du;
+        const hn::RebindToSigned<D> di;
+        const auto signBit = hn::Set(du, 0x8000U);
+        const auto largest = hn::Set(du, 0x7bffU); // 65504
+
+        auto code = FloatToHalfBits(d, in);
+        const auto sign = hn::And(code, signBit);
+        const auto isInfinite = hn::Eq(hn::Xor(code, sign), hn::Set(du, 0x7c00U));
+        code = hn::IfThenElse(isInfinite, hn::Or(largest, sign), code);
+        V value = HalfBitsToFloat(d, code);
+        const V v = hn::IfThenElse(hn::RebindMask(d, isInfinite), value, in);
+
+        // The half may lie beyond the value, or short of it, counted from zero.
+        const auto isBeyond = hn::RebindMask(du, hn::Gt(hn::Abs(value), hn::Abs(v)));
+        const auto one = hn::Set(du, 1U);
+        const auto lower = hn::IfThenElse(isBeyond, hn::Sub(code, one), code);
+        auto upper = hn::And(hn::IfThenElse(isBeyond, code, hn::Add(code, one)), hn::Set(du, 0xffffU));
+        const auto upperIsInfinite = hn::Eq(hn::And(upper, hn::Set(du, 0x7fffU)), hn::Set(du, 0x7c00U));
+        upper = hn::IfThenElse(upperIsInfinite, hn::Or(largest, hn::And(upper, signBit)), upper);
+
+        const V lowValue = HalfBitsToFloat(d, lower);
+        const V quotient = hn::Div(hn::Sub(v, lowValue), hn::Sub(HalfBitsToFloat(d, upper), lowValue));
+        const V ratio = hn::IfThenElseZero(hn::Eq(quotient, quotient), quotient);
+        const V low = Gather<Entry>(d, entries, hn::BitCast(di, lower));
+        const V high = Gather<Entry>(d, entries, hn::BitCast(di, upper));
+        return hn::Add(hn::Mul(hn::Sub(low, high), hn::Sub(hn::Set(d, 1.0F), ratio)), high);
+    }
+};
+
+// Each channel through its own table.
+template <class Rows>
+struct PerChannel : Rows
+{
+    template <class D, class V>
+    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
+    {
+        r = Rows::Value(d, Rows::table[0], r);
+        g = Rows::Value(d, Rows::table[1], g);
+        b = Rows::Value(d, Rows::table[2], b);
+        a = hn::Mul(a, hn::Set(d, Rows::alphaScale));
+    }
+};
+
+// The middle channel keeps its place between the other two. The places of the input are those of its values, not of half patterns.
+template <class Rows, bool kTakesHalfCodes>
+struct HueAdjusted : Rows
+{
+    template <class D, class V>
+    static HWY_INLINE V InputValue(D d, V in)
+    {
+        if constexpr (kTakesHalfCodes)
+            return HalfBitsToFloat(d, hn::BitCast(hn::RebindToUnsigned<D>(), TruncateInRange(d, in)));
+        else
+            return in;
+    }
+
+    template <class D, class V>
+    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
+    {
+        const V red = InputValue(d, r);
+        const V green = InputValue(d, g);
+        const V blue = InputValue(d, b);
+        const ChannelOrder<D> order(red, green, blue);
+        const V chroma = ChromaOfMid(d, order.Max(red, green, blue), order.Mid(red, green, blue), order.Min(red, green, blue));
+        r = Rows::Value(d, Rows::table[0], r);
+        g = Rows::Value(d, Rows::table[1], g);
+        b = Rows::Value(d, Rows::table[2], b);
+        order.SetMid(MidOfChroma(chroma, order.Max(r, g, b), order.Min(r, g, b)), r, g, b);
+        a = hn::Mul(a, hn::Set(d, Rows::alphaScale));
+    }
+};
+
+} // namespace Rendering::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif

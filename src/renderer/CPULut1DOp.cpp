@@ -1,0 +1,273 @@
+// Renderers of the 1D table. Whatever can be worked out before is: for every input depth but 32f a pixel's raw value is a row, and
+// the table is resampled here so that this is exact.
+#include "renderer/CPULut1DOp.h"
+
+#include "renderer/kernelsTables.h"
+#include "renderer/opRenderers.h"
+#include "renderer/transformTools.h"
+#include "transform/lut1DOp.h"
+#include "utils/errorMessage.h"
+#include "utils/logger.h"
+#include "utils/numerics.h"
+
+#include <Imath/half.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace Rendering
+{
+
+namespace
+{
+
+using Color::BitDepth;
+using Color::Lut1DOp;
+namespace ErrorIds = Color::ErrorIds;
+namespace Module = Color::Module;
+
+// How an input becomes a row, and what an entry of the tables is.
+enum class RowRule
+{
+    LookUp,
+    Interpolate,
+    HalfCode
+};
+
+enum class EntryType
+{
+    Byte,
+    Short,
+    Half,
+    Float
+};
+
+EntryType entryTypeOf(BitDepth outputDepth)
+{
+    switch (outputDepth)
+    {
+    case Tavrin::BIT_DEPTH_8i:
+        return EntryType::Byte;
+    case Tavrin::BIT_DEPTH_10i:
+    case Tavrin::BIT_DEPTH_12i:
+    case Tavrin::BIT_DEPTH_16i:
+        return EntryType::Short;
+    case Tavrin::BIT_DEPTH_16f:
+        return EntryType::Half;
+    case Tavrin::BIT_DEPTH_32f:
+        return EntryType::Float;
+    case Tavrin::BIT_DEPTH_UNKNOWN:
+        break;
+    }
+    throw Color::failure(ErrorIds::kRendererDepthMissing, Module::kCpuRenderer);
+}
+
+void checkLut1D(Lut1DOp const& op)
+{
+    std::string const& identifier = op.getMeaningfullIdentifier();
+    if (op.getInputBitDepth() == Tavrin::BIT_DEPTH_UNKNOWN)
+        throw Color::failure(ErrorIds::kRendererAttributeIllegal, Module::kCpuRenderer, identifier, "InputBitDepth");
+    if (op.getOutputBitDepth() == Tavrin::BIT_DEPTH_UNKNOWN)
+        throw Color::failure(ErrorIds::kRendererAttributeIllegal, Module::kCpuRenderer, identifier, "OutputBitDepth");
+    if (op.getInterpolation() == Lut1DOp::InterpolationAlgo::Cubic)
+    {
+        Color::ErrorMessage const message =
+            Color::errorMessage(ErrorIds::kRendererAttributeIllegal, Module::kCpuRenderer, identifier, "Interpolation");
+        Color::Logger::log(Color::LOG_DEBUG, "%s", message.getDetailedMessage().c_str());
+    }
+}
+
+bool isInterpolated(Lut1DOp const& op)
+{
+    return op.getInputBitDepth() == Tavrin::BIT_DEPTH_32f;
+}
+
+// The rows that pixels index: the operator's own, or what it gives for every value that a pixel can take.
+std::unique_ptr<Lut1DOp> resampled(Lut1DOp const& op)
+{
+    if (isInterpolated(op) || op.mayLookup(op.getInputBitDepth()))
+        return nullptr;
+    std::unique_ptr<Lut1DOp> const domain = op.makeLookupDomain(op.getInputBitDepth());
+    return Color::TransformTools::compose(*domain, op, Color::TransformTools::ComposeMethod::FirstGrid);
+}
+
+// A value as its entry stands for: rounded and clamped where the operator's output is an integer, finite where it is not.
+class EntryValue
+{
+public:
+    explicit EntryValue(BitDepth outputDepth)
+        : m_toInteger(Tavrin::isIntegerDepth(outputDepth)),
+          m_min(Tavrin::getBitDepthMinValue(outputDepth)),
+          m_max(Tavrin::getBitDepthMaxValue(outputDepth))
+    {
+    }
+
+    float operator()(float value) const
+    {
+        if (!m_toInteger)
+            return Foundation::Numerics::sanitizeFloat(value);
+        float const rounded = value + 0.5F;
+        return rounded > m_max ? m_max : rounded > m_min ? rounded : m_min;
+    }
+
+private:
+    bool m_toInteger;
+    float m_min;
+    float m_max;
+};
+
+// The three columns as arrays of entries.
+class EntryTables
+{
+public:
+    // Float entries of a table that is interpolated are stored in pairs while these take no more room than the largest table of
+    // entries does.
+    static constexpr unsigned int kMaxPairs = 32768;
+
+    EntryTables(Color::Array const& rows, EntryType type, EntryValue const& value, bool inPairs)
+    {
+        for (unsigned int column = 0; column < 3; ++column)
+        {
+            switch (type)
+            {
+            case EntryType::Byte:
+                _fill<std::uint8_t>(column, rows, [&](float v) { return static_cast<std::uint8_t>(value(v)); });
+                break;
+            case EntryType::Short:
+                _fill<std::uint16_t>(column, rows, [&](float v) { return static_cast<std::uint16_t>(value(v)); });
+                break;
+            case EntryType::Half:
+                _fill<std::uint16_t>(column, rows, [&](float v) { return half(value(v)).bits(); });
+                break;
+            case EntryType::Float:
+                if (inPairs)
+                    _fillPairs(column, rows, value);
+                else
+                    _fill<float>(column, rows, value);
+                break;
+            }
+        }
+    }
+
+    void const* operator[](unsigned int column) const { return m_columns[column].data(); }
+
+private:
+    template <class Entry, class Convert>
+    void _fill(unsigned int column, Color::Array const& rows, Convert const& convert)
+    {
+        std::vector<std::byte>& bytes = m_columns[column];
+        bytes.resize(std::size_t{rows.getDimension()} * sizeof(Entry) + kTablePadding);
+        for (unsigned int i = 0; i < rows.getDimension(); ++i)
+        {
+            Entry const entry = convert(rows.get(3 * i + column));
+            std::memcpy(bytes.data() + i * sizeof entry, &entry, sizeof entry);
+        }
+    }
+
+    void _fillPairs(unsigned int column, Color::Array const& rows, EntryValue const& value)
+    {
+        unsigned int const dimension = rows.getDimension();
+        std::vector<std::byte>& bytes = m_columns[column];
+        bytes.resize(std::size_t{dimension} * sizeof(EntryPair));
+        for (unsigned int i = 0; i < dimension; ++i)
+        {
+            float const low = value(rows.get(3 * i + column));
+            float const high = value(rows.get(3 * std::min(i + 1, dimension - 1) + column));
+            EntryPair const pair{low - high, high};
+            std::memcpy(bytes.data() + i * sizeof pair, &pair, sizeof pair);
+        }
+    }
+
+    std::array<std::vector<std::byte>, 3> m_columns;
+};
+
+TableKernel kernelOf(RowRule rule, EntryType type, bool inPairs)
+{
+    static constexpr TableKernel kKernels[3][4] = {
+        {TableKernel::LookUpByte, TableKernel::LookUpShort, TableKernel::LookUpHalf, TableKernel::LookUpFloat},
+        {TableKernel::InterpolateByte, TableKernel::InterpolateShort, TableKernel::InterpolateHalf, TableKernel::InterpolateFloat},
+        {TableKernel::HalfCodeByte, TableKernel::HalfCodeShort, TableKernel::HalfCodeHalf, TableKernel::HalfCodeFloat}};
+    return inPairs ? TableKernel::InterpolatePairs : kKernels[static_cast<int>(rule)][static_cast<int>(type)];
+}
+
+TableKernel hueAdjustKernelOf(RowRule rule, bool takesHalfCodes)
+{
+    switch (rule)
+    {
+    case RowRule::LookUp:
+        return takesHalfCodes ? TableKernel::LookUpHalfCodesHueAdjust : TableKernel::LookUpHueAdjust;
+    case RowRule::Interpolate:
+        return TableKernel::InterpolateHueAdjust;
+    case RowRule::HalfCode:
+        break;
+    }
+    return TableKernel::HalfCodeHueAdjust;
+}
+
+class Lut1DTableRenderer : public VirtualRenderer
+{
+public:
+    // Rows are the operator's, or those of the table that it was resampled into.
+    Lut1DTableRenderer(Lut1DOp const& op, Color::Array const& rows)
+        : VirtualRenderer(op),
+          m_kind(_kindOf(op)),
+          m_inputDepth(op.getInputBitDepth()),
+          m_rule(_ruleOf(op)),
+          m_isHueAdjusted(op.getHueAdjust() != Lut1DOp::HueAdjust::None),
+          m_entryType(m_isHueAdjusted ? EntryType::Float : entryTypeOf(op.getOutputBitDepth())),
+          m_inPairs(!m_isHueAdjusted && m_rule == RowRule::Interpolate && m_entryType == EntryType::Float &&
+                    rows.getDimension() <= EntryTables::kMaxPairs),
+          m_tables(rows, m_entryType, EntryValue(op.getOutputBitDepth()), m_inPairs),
+          m_function(getTableKernel(m_isHueAdjusted ? hueAdjustKernelOf(m_rule, _takesHalfCodes())
+                                                    : kernelOf(m_rule, m_entryType, m_inPairs))),
+          m_parameters{{m_tables[0], m_tables[1], m_tables[2]},
+                       isInterpolated(op) ? 1.0F / Color::Op::getValueStepSize(op.getInputBitDepth(), rows.getDimension()) : 0.0F,
+                       static_cast<float>(rows.getDimension() - 1),
+                       Tavrin::getBitDepthMaxValue(op.getOutputBitDepth()) / Tavrin::getBitDepthMaxValue(op.getInputBitDepth())}
+    {
+    }
+
+    RendererKind getOpType() const override { return m_kind; }
+    LineKernel prepareLine(LineParameters&) const override { return {m_function, &m_parameters}; }
+    bool takesHalfCodes() const override { return _takesHalfCodes(); }
+
+private:
+    bool _takesHalfCodes() const { return m_inputDepth == Tavrin::BIT_DEPTH_16f; }
+
+    static RowRule _ruleOf(Lut1DOp const& op)
+    {
+        if (!isInterpolated(op))
+            return RowRule::LookUp;
+        return op.isInputHalfDomain() ? RowRule::HalfCode : RowRule::Interpolate;
+    }
+
+    static RendererKind _kindOf(Lut1DOp const& op)
+    {
+        if (op.getHueAdjust() != Lut1DOp::HueAdjust::None)
+            return op.isInputHalfDomain() ? RendererKind::Lut1DRendererHalfCodeHueAdjust : RendererKind::Lut1DRendererHueAdjust;
+        return op.isInputHalfDomain() ? RendererKind::Lut1DRendererHalfCode : RendererKind::Lut1DRenderer;
+    }
+
+    RendererKind m_kind;
+    BitDepth m_inputDepth;
+    RowRule m_rule;
+    bool m_isHueAdjusted;
+    EntryType m_entryType;
+    bool m_inPairs;
+    EntryTables m_tables;
+    BlockFunction m_function;
+    Lut1DParameters m_parameters;
+};
+
+} // namespace
+
+void Lut1DRenderer::addAlgorithm(Lut1DOp const& op, TransformProcessor& processor)
+{
+    checkLut1D(op);
+    std::unique_ptr<Lut1DOp> const composed = resampled(op);
+    processor.append(std::make_unique<Lut1DTableRenderer>(op, composed ? composed->getArray() : op.getArray()));
+}
+
+} // namespace Rendering

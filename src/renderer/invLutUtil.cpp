@@ -1,0 +1,19 @@
+// Samples an inverse table by rendering the identity of its input through it.
+#include "renderer/invLutUtil.h"
+
+#include "renderer/transformTools.h"
+
+namespace Rendering::InvLutUtil
+{
+
+std::unique_ptr<Color::Lut1DOp> makeFastLut1D(Color::InvLut1DOp const& op, bool forGPU)
+{
+    Color::InvLut1DOp exact(op);
+    exact.setInvStyle(Color::InvLut1DOp::InvStyle::Exact);
+    Tavrin::BitDepth const depth = forGPU && !exact.hasExtendedDomain() ? Tavrin::BIT_DEPTH_12i : exact.getInputBitDepth();
+    std::unique_ptr<Color::Lut1DOp> const domain = exact.makeLookupDomain(depth);
+    domain->setOutputBitDepth(exact.getInputBitDepth());
+    return Color::TransformTools::compose(*domain, exact, Color::TransformTools::ComposeMethod::FirstGrid);
+}
+
+} // namespace Rendering::InvLutUtil

@@ -1,0 +1,87 @@
+// The table kernels of all operators, compiled for each target. The look-ups stand in the operators' own files (CPULut1DOp-inl.h
+// and so on); here they come together, since the headers of the instruction sets are dear to compile.
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "renderer/kernelsTables.cpp"
+#include "renderer/simdTargets-inl.h"
+
+#include <hwy/foreach_target.h>
+
+#include <hwy/highway.h>
+
+#include "renderer/CPUInvLut1DOp-inl.h"
+#include "renderer/CPULut1DOp-inl.h"
+#include "renderer/CPULut3DOp-inl.h"
+#include "renderer/blockLoop-inl.h"
+#include "renderer/kernelsTables.h"
+
+#ifndef TAVRIN_RENDERER_KERNELS_TABLES_CPP_ONCE
+#define TAVRIN_RENDERER_KERNELS_TABLES_CPP_ONCE
+namespace Rendering
+{
+
+struct TableKernelTable
+{
+#define TAVRIN_KERNEL(name, Parameters) BlockFunction name;
+#include "renderer/tableKernels.def"
+#undef TAVRIN_KERNEL
+};
+
+} // namespace Rendering
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace Rendering::HWY_NAMESPACE
+{
+
+using LookUpByte = PerChannel<LookUp<ByteEntry>>;
+using LookUpShort = PerChannel<LookUp<ShortEntry>>;
+using LookUpHalf = PerChannel<LookUp<HalfEntry>>;
+using LookUpFloat = PerChannel<LookUp<FloatEntry>>;
+using InterpolateByte = PerChannel<Interpolate<ByteEntry>>;
+using InterpolateShort = PerChannel<Interpolate<ShortEntry>>;
+using InterpolateHalf = PerChannel<Interpolate<HalfEntry>>;
+using InterpolateFloat = PerChannel<Interpolate<FloatEntry>>;
+using InterpolatePairs = PerChannel<InterpolateInPairs>;
+using HalfCodeByte = PerChannel<HalfCode<ByteEntry>>;
+using HalfCodeShort = PerChannel<HalfCode<ShortEntry>>;
+using HalfCodeHalf = PerChannel<HalfCode<HalfEntry>>;
+using HalfCodeFloat = PerChannel<HalfCode<FloatEntry>>;
+using LookUpHueAdjust = HueAdjusted<LookUp<FloatEntry>, false>;
+using LookUpHalfCodesHueAdjust = HueAdjusted<LookUp<FloatEntry>, true>;
+using InterpolateHueAdjust = HueAdjusted<Interpolate<FloatEntry>, false>;
+using HalfCodeHueAdjust = HueAdjusted<HalfCode<FloatEntry>, false>;
+
+constexpr TableKernelTable kTableKernels = {
+#define TAVRIN_KERNEL(name, Parameters) &RunOverBlock<name, Parameters>,
+#include "renderer/tableKernels.def"
+#undef TAVRIN_KERNEL
+};
+
+} // namespace Rendering::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+#include "renderer/simdTarget.h"
+
+namespace Rendering
+{
+
+BlockFunction getTableKernel(TableKernel kernel)
+{
+    static constexpr PerTarget<TableKernelTable> kTables TAVRIN_PER_TARGET(kTableKernels);
+    TableKernelTable const& table = *kTables[getSimdTarget()];
+    switch (kernel)
+    {
+#define TAVRIN_KERNEL(name, Parameters) \
+    case TableKernel::name:             \
+        return table.name;
+#include "renderer/tableKernels.def"
+#undef TAVRIN_KERNEL
+    }
+    return nullptr;
+}
+
+} // namespace Rendering
+
+#endif
