@@ -216,6 +216,32 @@ TEST_F(ImageTypes, DpxOf10BitsKeepsAllCodesInBothByteOrders)
     }
 }
 
+TEST_F(ImageTypes, DpxOfAnotherProgramIsReadToTheLastCode)
+{
+    // The factors of the columns and rows in the pictures' formula, see tests/data/ORIGINS.
+    const unsigned int factors[3][3] = {{150, 100, 30}, {600, 400, 120}, {9000, 6000, 2000}};
+    for (unsigned int kind = 0; kind < 3; ++kind)
+    {
+        const unsigned int bits[] = {10, 12, 16};
+        const unsigned int maximum = (1u << bits[kind]) - 1;
+        for (char const* order : {"Be", "Le"})
+        {
+            convert(TAVRIN_TEST_DATA "/tools/rgb" + std::to_string(bits[kind]) + order + ".dpx", "out.dpx");
+            const Picture16 out = readDpxFile(folder / "out.dpx");
+            ASSERT_EQ(out.samples.size(), 7u * 5 * 3);
+            for (unsigned int y = 0; y < 5; ++y)
+            {
+                for (unsigned int x = 0; x < 7; ++x)
+                {
+                    EXPECT_EQ(out.at(x, y, 0), x * factors[kind][0] + y);
+                    EXPECT_EQ(out.at(x, y, 1), maximum - x * factors[kind][1] - y * 7);
+                    EXPECT_EQ(out.at(x, y, 2), x * y * factors[kind][2] + 3);
+                }
+            }
+        }
+    }
+}
+
 TEST_F(ImageTypes, DpxWithAlphaFirstIsReadInItsOrder)
 {
     const Picture16 picture = interestingPicture<std::uint16_t>(4, 64, 4095);

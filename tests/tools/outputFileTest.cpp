@@ -2,6 +2,8 @@
 #include "pictureFiles.h"
 #include "programRun.h"
 
+#include <filesystem>
+
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -16,24 +16,10 @@
 
 namespace fs = std::filesystem;
 
-TemporaryFolder::TemporaryFolder()
-{
-    std::string pattern = (fs::temp_directory_path() / "tavrinTest.XXXXXX").string();
-    if (!::mkdtemp(pattern.data()))
-        throw std::runtime_error("cannot make a folder " + pattern);
-    m_path = pattern;
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    fs::remove_all(m_path, ignored);
-}
-
-std::vector<std::string> TemporaryFolder::names() const
+std::vector<std::string> WorkFolder::names() const
 {
     std::vector<std::string> names;
-    for (fs::directory_entry const& entry : fs::directory_iterator(m_path))
+    for (fs::directory_entry const& entry : fs::directory_iterator(path()))
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
@@ -62,9 +48,9 @@ namespace
 
 } // namespace
 
-Outcome runProgram(TemporaryFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit)
+Outcome runProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit)
 {
-    const TemporaryFolder outputs;
+    const WorkFolder outputs;
     const std::string outPath = outputs / "out";
     const std::string errPath = outputs / "err";
     const int out = ::open(outPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
@@ -76,7 +62,7 @@ Outcome runProgram(TemporaryFolder const& folder, std::vector<std::string> const
     for (std::string& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
-    const std::string folderPath = folder.path();
+    const std::string folderPath = folder.path().string();
 
     const pid_t child = ::fork();
     if (child == 0)

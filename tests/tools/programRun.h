@@ -2,30 +2,21 @@
 #ifndef TAVRIN_TESTS_PROGRAM_RUN_H
 #define TAVRIN_TESTS_PROGRAM_RUN_H
 
+#include "support/temporaryFolder.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
-// An empty folder of its own that goes away with its contents.
-class TemporaryFolder
+// A folder whose files are named short: folder / "in.png".
+class WorkFolder : public TemporaryFolder
 {
 public:
-    TemporaryFolder();
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder();
-
-    // The path of a file in it.
-    std::string operator/(std::string const& name) const { return (m_path / name).string(); }
-    std::string path() const { return m_path.string(); }
+    std::string operator/(std::string const& name) const { return file(name); }
     // The names of all files in it, sorted.
     std::vector<std::string> names() const;
-
-private:
-    std::filesystem::path m_path;
 };
 
 struct Outcome
@@ -36,7 +27,7 @@ struct Outcome
 };
 
 // Runs the program in that folder. A limit above 0 is the largest size in bytes of a file that it can write.
-Outcome runProgram(TemporaryFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit = 0);
+Outcome runProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit = 0);
 
 std::string readText(std::string const& path);
 void writeText(std::string const& path, std::string const& text);
@@ -53,7 +44,7 @@ class ProgramTest : public testing::Test
 protected:
     Outcome run(std::vector<std::string> const& arguments) { return runProgram(folder, arguments); }
 
-    TemporaryFolder folder;
+    WorkFolder folder;
 };
 
 // The one line that a failing run prints, and nothing else; the match is on the line without its end.

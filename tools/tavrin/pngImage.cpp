@@ -160,6 +160,9 @@ bool writeHeader(png_structp png, png_infop info, Facts const* facts)
         return false;
     png_set_user_limits(png, kMaxSide, kMaxSide);
     png_set_compression_buffer_size(png, kOutputPiece);
+    // A third of the time of the library's defaults, and no larger a file of 16 bits.
+    png_set_compression_level(png, 3);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
     png_set_IHDR(png, info, facts->width, facts->height, facts->bits,
                  facts->channels == 4 ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
