@@ -10,6 +10,13 @@
 namespace Tavrin
 {
 
+// Transforms that come with the library.
+enum StockTransform : unsigned int
+{
+    // Raw values, half floats in and out, with exposure and contrast that can be changed while it renders.
+    STOCK_TRANSFORM_RAW = 0
+};
+
 // One matrix between two depths, whose values hold at these depths (the code values of the depths, not normalised ones).
 // Matrix: 16 values in row order and 4 offsets when hasAlpha, otherwise 9 and 3. Offsets can't be null. On failure the handle
 // stays as it was.
@@ -41,6 +48,14 @@ TAVRIN_API TavStatus Create3DLutTransformFromInt(BitDepth input, BitDepth output
                                                  TransformPtr& transform);
 TAVRIN_API TavStatus Create3DLutTransformFromFloat(BitDepth input, BitDepth output, unsigned int gridSize, float const* values,
                                                    TransformPtr& transform);
+
+// One dither: noise of one step of the dither depth, fixed to the picture, ahead of a reduction to that depth, which may happen
+// here or later. Where the input has no more steps than the dither depth, or that is a float depth, it only changes the depth. On
+// failure the handle stays as it was.
+TAVRIN_API TavStatus CreateDitherTransform(BitDepth input, BitDepth output, BitDepth ditherDepth, TransformPtr& transform);
+
+// A new copy of a transform that comes with the library. On failure, for a type that does not exist, the handle stays as it was.
+TAVRIN_API TavStatus createStockTransform(StockTransform type, TransformPtr& transform);
 
 // A new transform that does the first, then the second. Neither may be empty; both stay as they are.
 TAVRIN_API TavStatus concatenateTransforms(TransformPtr const& first, TransformPtr const& second, TransformPtr& transform);

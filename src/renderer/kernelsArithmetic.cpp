@@ -9,11 +9,15 @@
 #include <hwy/highway.h>
 
 #include "renderer/CPUCDLOp-inl.h"
+#include "renderer/CPUDitherOp-inl.h"
 #include "renderer/CPUExposureContrastOp-inl.h"
 #include "renderer/CPUGammaOp-inl.h"
+#include "renderer/CPUGamutMapOp-inl.h"
+#include "renderer/CPUHueVectorOp-inl.h"
 #include "renderer/CPULogOp-inl.h"
 #include "renderer/CPUMatrixOp-inl.h"
 #include "renderer/CPURangeOp-inl.h"
+#include "renderer/arcTangent-inl.h"
 #include "renderer/blockLoop-inl.h"
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/vectorMath-inl.h"
@@ -38,6 +42,7 @@ struct VectorMathTable
     ArrayFunction2 power;
     ArrayFunction1 exp2;
     ArrayFunction1 log2;
+    ArrayFunction2 atan2;
 };
 
 } // namespace Rendering
@@ -86,7 +91,12 @@ void ArrayLog2(float const* x, float* result, unsigned int count)
     OverArray(count, result, [=](auto d, unsigned int i) HWY_ATTR { return Log2(d, hn::LoadU(d, x + i)); });
 }
 
-constexpr VectorMathTable kVectorMath = {&ArrayPower, &ArrayExp2, &ArrayLog2};
+void ArrayAtan2(float const* y, float const* x, float* result, unsigned int count)
+{
+    OverArray(count, result, [=](auto d, unsigned int i) HWY_ATTR { return Atan2(d, hn::LoadU(d, y + i), hn::LoadU(d, x + i)); });
+}
+
+constexpr VectorMathTable kVectorMath = {&ArrayPower, &ArrayExp2, &ArrayLog2, &ArrayAtan2};
 
 } // namespace Rendering::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -142,6 +152,11 @@ void sseExp2(float const* x, float* result, unsigned int count)
 void sseLog2(float const* x, float* result, unsigned int count)
 {
     Rendering::vectorMath().log2(x, result, count);
+}
+
+void sseAtan2(float const* y, float const* x, float* result, unsigned int count)
+{
+    Rendering::vectorMath().atan2(y, x, result, count);
 }
 
 } // namespace Color::SSE2

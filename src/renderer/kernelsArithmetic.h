@@ -35,6 +35,10 @@ void sseExp2(float const* x, float* result, unsigned int count);
 // The logarithm to base 2 of a positive, normal x.
 void sseLog2(float const* x, float* result, unsigned int count);
 
+// The angle of the point (x, y) in radians, as std::atan2 has it and within 2 units in the last place; a NaN gives a NaN. Unlike
+// the others no rough approximation.
+void sseAtan2(float const* y, float const* x, float* result, unsigned int count);
+
 } // namespace Color::SSE2
 
 #endif

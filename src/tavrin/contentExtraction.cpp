@@ -146,6 +146,23 @@ void addOwnEntries(Callbacks& callbacks, Color::Lut3DOp const& lut)
     addTableRows(callbacks, lut.getArray());
 }
 
+void addOwnEntries(Callbacks&, Color::DitherOp const&) {}
+
+void addOwnEntries(Callbacks& callbacks, Color::GamutMapOp const& gamutMap)
+{
+    addEntry(callbacks, "Gamut Map Style", Color::GamutMapOp::getStyleName(gamutMap.getStyle()));
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::HueVectorOp const& hueVector)
+{
+    using Op = Color::HueVectorOp;
+    addEntry(callbacks, "Hue Vector Style", Op::getStyleName(hueVector.getStyle()));
+    addEntry(callbacks, "Parameter Style", Op::getParamStyleName(hueVector.getParamStyle()));
+    static constexpr char const* kNames[Op::kParameterCount] = {"Center", "Width", "Amount"};
+    for (std::size_t i = 0; i < hueVector.getParams().size() && i < Op::kParameterCount; ++i)
+        addNumber(callbacks, kNames[i], hueVector.getParams()[i]);
+}
+
 using AddOwnEntries = void (*)(Callbacks& callbacks, Color::Op const& op);
 
 constexpr std::array kOwnEntries = {

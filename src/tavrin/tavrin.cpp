@@ -67,6 +67,22 @@ TavStatus CreateMatrixTransform(BitDepth input, BitDepth output, float const* ma
         });
 }
 
+TavStatus CreateDitherTransform(BitDepth input, BitDepth output, BitDepth ditherDepth, TransformPtr& transform)
+{
+    return Color::statusOf([&] { transform.reset(new Impl::Transform(Color::CreateDitherTransform(input, output, ditherDepth))); });
+}
+
+TavStatus createStockTransform(StockTransform type, TransformPtr& transform)
+{
+    return Color::statusOf(
+        [&]
+        {
+            if (type != STOCK_TRANSFORM_RAW)
+                throw Color::failure(Color::ErrorIds::kInvalidParameter, Color::Module::kLibrary);
+            transform.reset(new Impl::Transform(Color::createStockRawTransform()));
+        });
+}
+
 TavStatus concatenateTransforms(TransformPtr const& first, TransformPtr const& second, TransformPtr& transform)
 {
     return Color::statusOf(

@@ -3,8 +3,11 @@
 #define TAVRIN_TRANSFORM_OPS_H
 
 #include "transform/CDLOp.h"
+#include "transform/ditherOp.h"
 #include "transform/exposureContrastOp.h"
 #include "transform/gammaOp.h"
+#include "transform/gamutMapOp.h"
+#include "transform/hueVectorOp.h"
 #include "transform/invLut1DOp.h"
 #include "transform/logOp.h"
 #include "transform/lut1DOp.h"

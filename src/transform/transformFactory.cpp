@@ -1,6 +1,8 @@
 // Models of transforms built without a file.
 #include "transform/transformFactory.h"
 
+#include "transform/ditherOp.h"
+#include "transform/exposureContrastOp.h"
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
 #include "transform/tableOp.h"
@@ -97,6 +99,32 @@ TAVRIN_TABLE_FACTORIES(unsigned short)
 TAVRIN_TABLE_FACTORIES(unsigned int)
 TAVRIN_TABLE_FACTORIES(float)
 #undef TAVRIN_TABLE_FACTORIES
+
+std::shared_ptr<Transform> CreateDitherTransform(BitDepth in, BitDepth out, BitDepth ditherDepth)
+{
+    auto op = std::make_unique<DitherOp>(in, out, ditherDepth);
+    op->setId(Utils::generateUUID());
+    op->setName(kNoName);
+    return newTransform(std::move(op));
+}
+
+std::shared_ptr<Transform> createStockRawTransform()
+{
+    auto control =
+        std::make_unique<ExposureContrastOp>(Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_16f, ExposureContrastOp::Style::Linear);
+    control->setId(Utils::generateUUID());
+    control->setName(kNoName);
+    control->setPivot(1.0);
+    control->getExposure()->setDynamic(true);
+    control->getContrast()->setDynamic(true);
+
+    auto transform = newTransform(std::move(control));
+    transform->setName("Stock Raw Transform");
+    transform->getDescriptions() += "Identity transform with linear dynamic exposure contrast controls.";
+    transform->getOps().append(
+        new MatrixOp(Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_16f, Utils::generateUUID(), "identity", Descriptions()));
+    return transform;
+}
 
 std::shared_ptr<Transform> concatenateTransforms(std::shared_ptr<Transform> const& first, std::shared_ptr<Transform> const& second)
 {

@@ -26,6 +26,12 @@ std::shared_ptr<Transform> Create1DLutTransform(BitDepth in, BitDepth out, unsig
 template <class Value>
 std::shared_ptr<Transform> Create3DLutTransform(BitDepth in, BitDepth out, unsigned int gridSize, Value const* values);
 
+// One dither for a later reduction to the dither depth, which is needed.
+std::shared_ptr<Transform> CreateDitherTransform(BitDepth in, BitDepth out, BitDepth ditherDepth);
+
+// Half floats as they are, with dynamic exposure and contrast.
+std::shared_ptr<Transform> createStockRawTransform();
+
 // The first, then the second; neither may be null.
 std::shared_ptr<Transform> concatenateTransforms(std::shared_ptr<Transform> const& first, std::shared_ptr<Transform> const& second);
 

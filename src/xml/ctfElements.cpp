@@ -7,9 +7,12 @@
 #include "xml/arrayElt.h"
 #include "xml/ctfVersions.h"
 #include "xml/ctfVocabulary.h"
+#include "xml/ditherElt.h"
 #include "xml/dynamicParamElt.h"
 #include "xml/exposureContrastElt.h"
 #include "xml/gammaElt.h"
+#include "xml/gamutMapElt.h"
+#include "xml/hueVectorElt.h"
 #include "xml/invLut1DElt.h"
 #include "xml/logElt.h"
 #include "xml/lut1DElt.h"
@@ -86,9 +89,9 @@ constexpr OpRow kOperators[] = {
     {TAG_EXPOSURE_CONTRAST, OpType::ExposureContrastOp, upTo(Versions::kNewest), &createOpElt<ExposureContrastElt>},
     {TAG_LOG,               OpType::LogOp,              since(1.3F),             &createOpElt<LogElt>},
     {TAG_CDL,               OpType::CDLOp,              since(1.3F),             &createOpElt<CDLElt>},
-    {TAG_DITHER,            OpType::DitherOp,           since(1.3F),             nullptr},
-    {TAG_GAMUT_MAP,         OpType::GamutMapOp,         since(1.4F),             nullptr},
-    {TAG_HUE_VECTOR,        OpType::HueVectorOp,        since(1.4F),             nullptr},
+    {TAG_DITHER,            OpType::DitherOp,           since(1.3F),             &createOpElt<DitherElt>},
+    {TAG_GAMUT_MAP,         OpType::GamutMapOp,         since(1.4F),             &createOpElt<GamutMapElt>},
+    {TAG_HUE_VECTOR,        OpType::HueVectorOp,        since(1.4F),             &createOpElt<HueVectorElt>},
 };
 // clang-format on
 
@@ -142,12 +145,6 @@ bool anywhere(ContainerElt const&)
     return true;
 }
 
-// For the children of operators that have no element.
-bool nowhere(ContainerElt const&)
-{
-    return false;
-}
-
 template <class Parent>
 bool in(ContainerElt const& parent)
 {
@@ -189,7 +186,7 @@ constexpr ChildRow kChildren[] = {
     {TAG_EC_PARAMS,         &in<ExposureContrastElt>,    &createElt<ECParamsElt>,          ": E/C Params not allowed in this element"},
     {TAG_DYNAMIC_PARAMETER, &in<OpElt>,                  &createElt<DynamicParamElt>,      ": Dynamic properties not allowed in this element"},
     {TAG_LOG_PARAMS,        &in<LogElt>,                 &createElt<LogParamsElt>,         ": Log Params not allowed in this element"},
-    {TAG_HUE_VECTOR_PARAMS, &nowhere,                    nullptr,                          ": HueVector Params not allowed in this element"},
+    {TAG_HUE_VECTOR_PARAMS, &in<HueVectorElt>,           &createElt<HueVectorParamsElt>,   ": HueVector Params not allowed in this element"},
     {TAG_SOPNODE,           &in<CDLElt>,                 &createElt<SOPNodeElt>,           ": SOPNode not allowed in this element"},
     {TAG_SLOPE,             &in<SOPNodeElt>,             &createElt<SOPValueElt>,          kSopReason},
     {TAG_OFFSET,            &in<SOPNodeElt>,             &createElt<SOPValueElt>,          kSopReason},

@@ -18,6 +18,7 @@ void ParamsElt::start(char const** attributes)
     std::optional<unsigned int> channel;
 
     AttributeReader reader(*this);
+    addRules(reader);
     if (*getChannels() != '\0')
     {
         reader.text(ATTR_CHAN, [&](char const* name) { channel = _getChannelNumber(name); });

@@ -11,6 +11,8 @@
 namespace Color::Xml::Reader
 {
 
+class AttributeReader;
+
 // Which numbers have to stand in the element, and which must not, is up to the style of the operator. A derived class tells that,
 // and receives the numbers once they are all right.
 class ParamsElt : public PlainElt
@@ -28,6 +30,9 @@ protected:
         bool isNeeded = true;
     };
     using Values = std::vector<double>;
+
+    // Attributes beside the numbers and the channel.
+    virtual void addRules(AttributeReader&) {}
 
     // All numbers of the element, in the order in which faults are told.
     virtual std::vector<Param> getParams() const = 0;
