@@ -1,0 +1,95 @@
+// Runs the benchmarks and ends with a table of nanoseconds a pixel and of ratios to memcpy.
+#include "frame.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Bench
+{
+void addLinear();
+} // namespace Bench
+
+namespace
+{
+
+// One frame of each pixel size, copied.
+void addMemcpy()
+{
+    for (Tavrin::PixelFormat format : {Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_32f, Tavrin::PF_RGB_16i})
+    {
+        std::size_t const bytes = Bench::kPixels * Tavrin::getPixelSizeInByte(format);
+        Bench::addWork(
+            "memcpy", format, [] {}, [bytes] { std::memcpy(Bench::destinationFrame(), Bench::sourceFrame(), bytes); });
+    }
+}
+
+class TableReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(std::vector<Run> const& runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (Run const& run : runs)
+        {
+            if (run.aggregate_name != "median" || run.error_occurred)
+                continue;
+            double const bytes = run.counters.at("bytes");
+            double const nanoseconds = run.GetAdjustedRealTime() / static_cast<double>(Bench::kPixels);
+            std::string const name = run.run_name.function_name;
+            if (name.rfind("memcpy/", 0) == 0)
+                m_memcpy[bytes] = nanoseconds;
+            m_rows.push_back({name, bytes, nanoseconds});
+        }
+    }
+
+    // Ratios are to a copy of as many bytes a pixel as the output has.
+    void printTable() const
+    {
+        std::printf("\n| Work | ns a pixel | x memcpy |\n| --- | --- | --- |\n");
+        for (Row const& row : m_rows)
+        {
+            auto const copy = m_memcpy.find(row.bytes);
+            std::printf("| %s | %.2f | ", row.name.c_str(), row.nanoseconds);
+            if (copy == m_memcpy.end())
+                std::printf("|\n");
+            else
+                std::printf("%.2f |\n", row.nanoseconds / copy->second);
+        }
+    }
+
+private:
+    struct Row
+    {
+        std::string name;
+        double bytes;
+        double nanoseconds;
+    };
+
+    std::map<double, double> m_memcpy;
+    std::vector<Row> m_rows;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string repetitions = "--benchmark_repetitions=5";
+    std::string aggregates = "--benchmark_report_aggregates_only=true";
+    std::string minTime = "--benchmark_min_time=0.1";
+    arguments.insert(arguments.begin() + 1, {repetitions.data(), aggregates.data(), minTime.data()});
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    addMemcpy();
+    Bench::addLinear();
+    TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printTable();
+    return 0;
+}
