@@ -16,6 +16,9 @@ namespace Color::Xml::Reader
 class Element
 {
 public:
+    // For elements that are made before their name is known; setContext follows.
+    Element() = default;
+    Element(std::string const& name, unsigned int line, std::string const& file);
     virtual ~Element() = default;
     Element(Element const&) = delete;
     Element& operator=(Element const&) = delete;
@@ -51,10 +54,6 @@ public:
         return Color::failure(site, Module::kXmlReader, arguments..., line, m_xmlFile);
     }
 
-protected:
-    Element() = default;
-    Element(std::string const& name, unsigned int line, std::string const& file);
-
 private:
     std::string m_name;
     unsigned int m_xmlLineNumber = 0;
@@ -73,9 +72,6 @@ public:
     virtual void appendDescription(std::string const& text) = 0;
     // The version of the format that the document is written in.
     virtual float getVersion() const { return 1.5F; }
-
-protected:
-    ContainerElt() = default;
 };
 
 // A container within a container.

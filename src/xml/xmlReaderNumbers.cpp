@@ -2,12 +2,9 @@
 #include "xml/xmlReaderNumbers.h"
 
 #include "utils/errorMessage.h"
-#include "utils/utils.h"
 
-#include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <locale.h>
@@ -94,36 +91,9 @@ bool scan(std::string_view text, char const* format, T& value)
     return scanOrdinaryNumber(text, value) != 0 || scanAnyNumber(text, format, value);
 }
 
-// The spellings of numbers that are not finite, for systems whose sscanf does not know them.
-bool parseSpecialNumber(std::string_view text, float& value)
-{
-    std::string const token(text.substr(0, findDelim(text, 0)));
-    auto const is = [&](char const* word) { return Foundation::Utils::strcasecmp(token.c_str(), word) == 0; };
-    auto const beginsWith = [&](std::string_view word)
-    { return Foundation::Utils::strncasecmp(token.c_str(), word.data(), word.size()) == 0; };
-
-    if (is("INF") || is("INFINITY"))
-    {
-        value = std::numeric_limits<float>::infinity();
-    }
-    else if (is("-INF") || is("-INFINITY"))
-    {
-        value = -std::numeric_limits<float>::infinity();
-    }
-    else if (beginsWith("NAN") || beginsWith("-NAN"))
-    {
-        value = std::bit_cast<float>(0x7fc00000U);
-    }
-    else
-    {
-        return false;
-    }
-    return true;
-}
-
 bool parse(std::string_view text, float& value)
 {
-    return scanNumber(text, value) || parseSpecialNumber(text, value);
+    return scanNumber(text, value);
 }
 
 bool parse(std::string_view text, double& value)

@@ -4,8 +4,10 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 // The name is new each time, so that tests may run side by side.
@@ -32,6 +34,12 @@ public:
     std::filesystem::path const& path() const { return m_path; }
     // The full name of a file in the folder.
     std::string file(std::string const& name) const { return (m_path / name).string(); }
+    // The full name of a new file with this content.
+    std::string write(std::string const& name, std::string_view content) const
+    {
+        std::ofstream(m_path / name, std::ios::binary) << content;
+        return file(name);
+    }
 
 private:
     std::filesystem::path m_path;

@@ -1,0 +1,104 @@
+// Which kinds of files there are, and how a file becomes a transform.
+#include "xml/fileIOManager.h"
+
+#include "xml/documents.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <boost/filesystem.hpp>
+
+#include <filesystem>
+#include <string>
+
+using namespace XmlTest;
+using Color::FileIOManager;
+using testing::ElementsAre;
+using testing::Pair;
+
+namespace
+{
+
+Failure failureOfPath(std::string const& path)
+{
+    return failureOf([&] { FileIOManager::loadTransform(path); });
+}
+
+} // namespace
+
+TEST(FileFormats, BeginWithTheLibrarysOwn)
+{
+    FileIOManager::Formats const& formats = FileIOManager::getSupportedFileFormats();
+    ASSERT_FALSE(formats.empty());
+    EXPECT_THAT(formats.front(), Pair("ctf", "ctf"));
+    EXPECT_EQ(&formats, &FileIOManager::getSupportedFileFormats());
+}
+
+TEST(FileFormats, AreToldByTheExtensionInItsExactSpelling)
+{
+    EXPECT_TRUE(FileIOManager::isFileSupported("no/such/file.ctf"));
+    EXPECT_TRUE(FileIOManager::isFileSupported("a.xml"));
+    EXPECT_FALSE(FileIOManager::isFileSupported("a.CTF"));
+    EXPECT_FALSE(FileIOManager::isFileSupported("ctf"));
+    EXPECT_FALSE(FileIOManager::isFileSupported(""));
+}
+
+TEST(FileLoading, GivesTheTransform)
+{
+    TemporaryFolder const folder;
+    for (char const* name : {"a.ctf", "a.xml", "wide name \xc3\xa4 100%s.ctf"})
+        EXPECT_EQ(FileIOManager::loadTransform(folder.write(name, inRoot(kIdentityRange)))->getId(), "a") << name;
+}
+
+TEST(FileLoading, TellsAPathThatIsNoFile)
+{
+    TemporaryFolder const folder;
+    std::filesystem::create_directory(folder.file("folder.ctf"));
+    EXPECT_EQ(failureOfPath(folder.file("folder.ctf")), (Failure{0x460002, "Not a file: '" + folder.file("folder.ctf") + "'"}));
+    EXPECT_EQ(failureOfPath(folder.file("missing.ctf")),
+              (Failure{0x460003, "No file found: '" + folder.file("missing.ctf") + "'"}));
+    EXPECT_EQ(failureOfPath(""), (Failure{0x460003, "No file found: ''"}));
+    // A file in the place of a folder.
+    std::string const path = folder.write("a.ctf", "") + "/b.ctf";
+    EXPECT_EQ(failureOfPath(path), (Failure{0x460003, "No file found: '" + path + "'"}));
+}
+
+TEST(FileLoading, TellsAPathBeforeItsKind)
+{
+    EXPECT_EQ(failureOfPath("/missing.tif").id, 0x460003U);
+    EXPECT_EQ(failureOfPath("/").id, 0x460002U);
+}
+
+TEST(FileLoading, TellsAKindThatNoReaderTakes)
+{
+    TemporaryFolder const folder;
+    for (char const* name : {"a.CTF", "a", "a.tif"})
+    {
+        std::string const path = folder.write(name, inRoot(kIdentityRange));
+        EXPECT_EQ(failureOfPath(path), (Failure{0x460001, "Unsupported file format: '" + path + "'"}));
+    }
+}
+
+TEST(FileLoading, TellsWhatTheFileSystemSays)
+{
+    std::string const path = "/" + std::string(300, 'n') + ".ctf";
+    std::string words;
+    try
+    {
+        boost::filesystem::status(path);
+    }
+    catch (boost::filesystem::filesystem_error const& error)
+    {
+        words = error.what();
+    }
+    ASSERT_NE(words, "");
+    EXPECT_EQ(failureOfPath(path), (Failure{0x460004, "Filesystem error for '" + path + "': '" + words}));
+}
+
+// With one reader for the file its own message arrives, with the line.
+TEST(FileLoading, TellsTheOnlyReadersMessageAsItIs)
+{
+    TemporaryFolder const folder;
+    std::string const path = folder.write("a.ctf", "<ProcessList id='a'>\n<Range/></ProcessList>");
+    EXPECT_EQ(failureOfPath(path), (Failure{0x420006, "Required attribute 'Input Bit Depth' missing in 'Range' line 2: " + path}));
+}
