@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
-#include <string_view>
 
 namespace Color
 {
@@ -31,10 +30,10 @@ constexpr char const* kNoErrorText = "No Error";
 // The name below the folder of sources: "renderer/CPURenderer.cpp".
 std::string sourceName(char const* file)
 {
-    constexpr std::string_view kSourceRoot = "/src/";
-    std::string_view const path = file;
-    std::size_t const root = path.rfind(kSourceRoot);
-    return std::string(root == std::string_view::npos ? path : path.substr(root + kSourceRoot.size()));
+    std::string const sourceRoot = "/src/";
+    std::string const path = std::string("/").append(file); // A build may name files from the folder above.
+    std::size_t const root = path.rfind(sourceRoot);
+    return root == std::string::npos ? file : path.substr(root + sourceRoot.size());
 }
 
 } // namespace

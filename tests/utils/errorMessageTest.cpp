@@ -224,6 +224,15 @@ TEST(Exception, PutsTheSourcePositionBeforeTheDetailedTextAndLogsIt)
     EXPECT_THAT(log.lines(), ElementsAre(Pair(Color::LOG_DEBUG, detailed)));
 }
 
+TEST(Exception, NamesASourceFileWhateverFolderTheCompilerRanIn)
+{
+    LogCapture const log;
+    for (char const* const file : {"src/xml/a.cpp", "../../src/xml/a.cpp", "/src/xml/a.cpp"})
+    {
+        EXPECT_THAT(Exception(file, 7, ErrorMessage()).getErrorMessage().getDetailedMessage(), StartsWith("xml/a.cpp(7): "));
+    }
+}
+
 TEST(Exception, NamesAFileOutsideTheSourceFolderInFull)
 {
     LogCapture const log;
@@ -255,8 +264,8 @@ TEST(Failure, KnowsWhereItWasThrown)
     LogCapture const log;
     int const line = __LINE__ + 1;
     Exception const exception = Color::failure(ErrorIds::kEmptyTransform, Module::kTransform);
-    EXPECT_EQ(exception.getErrorMessage().getDetailedMessage(),
-              std::string(__FILE__) + "(" + std::to_string(line) + "): COLOR:TRANSFORM:ALL: Empty transform");
+    EXPECT_THAT(exception.getErrorMessage().getDetailedMessage(),
+                EndsWith("errorMessageTest.cpp(" + std::to_string(line) + "): COLOR:TRANSFORM:ALL: Empty transform"));
 }
 
 TEST(Failure, KeepsTheIdOfItsCause)

@@ -241,7 +241,7 @@ TEST(SystemLayer, GivesNoMemoryForSizesAndAlignmentsBeyondReason)
 {
     EXPECT_EQ(System::alignedMalloc(16, 48), nullptr);
     EXPECT_EQ(System::alignedMalloc(std::numeric_limits<std::size_t>::max(), 16), nullptr);
-    EXPECT_EQ(System::alignedMalloc(std::numeric_limits<std::size_t>::max() - 64, 64), nullptr);
+    EXPECT_EQ(System::alignedMalloc(std::numeric_limits<std::size_t>::max() - 63, 64), nullptr);
     EXPECT_NO_THROW(System::alignedFree(nullptr));
 }
 
