@@ -107,7 +107,9 @@ struct HalfCode : Lut1DParameters
 
         const V lowValue = HalfBitsToFloat(d, lower);
         const V quotient = hn::Div(hn::Sub(v, lowValue), hn::Sub(HalfBitsToFloat(d, upper), lowValue));
-        const V ratio = hn::IfThenElseZero(hn::Eq(quotient, quotient), quotient);
+        // Beyond 65504 both are the same half, and a NaN has no place between two.
+        const auto isBetween = hn::And(hn::Eq(quotient, quotient), hn::RebindMask(d, hn::Ne(lower, upper)));
+        const V ratio = hn::IfThenElseZero(isBetween, quotient);
         const V low = Gather<Entry>(d, entries, hn::BitCast(di, lower));
         const V high = Gather<Entry>(d, entries, hn::BitCast(di, upper));
         return hn::Add(hn::Mul(hn::Sub(low, high), hn::Sub(hn::Set(d, 1.0F), ratio)), high);
