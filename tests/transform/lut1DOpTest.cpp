@@ -281,13 +281,13 @@ TEST(Lut1DOp, IsEqualToACloneOnly)
 {
     Lut1DOp const op = lut(BIT_DEPTH_10i, BIT_DEPTH_10i, HALF_FLAGS_NONE, 4);
     std::unique_ptr<Op> const clone(op.clone());
-    EXPECT_TRUE(op == *clone);
+    EXPECT_TRUE(areEqual(op, *clone));
 
     auto const differsWhen = [&](auto change)
     {
         Lut1DOp other = op;
         change(other);
-        return !(op == other) && !(other == op);
+        return !areEqual(op, other) && !areEqual(other, op);
     };
     EXPECT_TRUE(differsWhen([](Lut1DOp& other) { other.setInterpolation(InterpolationAlgo::Linear); }));
     EXPECT_TRUE(differsWhen([](Lut1DOp& other) { other.setHueAdjust(HueAdjust::Dw3); }));
@@ -297,7 +297,7 @@ TEST(Lut1DOp, IsEqualToACloneOnly)
     EXPECT_TRUE(differsWhen([](Lut1DOp& other) { other.getArray().set(0, 1.0F); }));
     EXPECT_TRUE(differsWhen([](Lut1DOp& other) { other.getIndexMapping().getIndices()[1].push_back({0.0F, 1.0F}); }));
     EXPECT_TRUE(differsWhen([](Lut1DOp& other) { other.getIndexMapping() = IndexMapping(1); }));
-    EXPECT_FALSE(op == InvLut1DOp());
+    EXPECT_FALSE(areEqual(op, InvLut1DOp()));
 }
 
 TEST(Lut1DOp, CloneOwnsItsValues)

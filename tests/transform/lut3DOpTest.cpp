@@ -172,25 +172,25 @@ TEST(Lut3DOp, IsEqualToACloneOnly)
 {
     Lut3DOp const op = grid(BIT_DEPTH_8i, BIT_DEPTH_8i, 3);
     std::unique_ptr<Op> const clone(op.clone());
-    EXPECT_TRUE(op == *clone);
+    EXPECT_TRUE(areEqual(op, *clone));
 
     auto const differsWhen = [&](auto change)
     {
         Lut3DOp other = op;
         change(other);
-        return !(op == other) && !(other == op);
+        return !areEqual(op, other) && !areEqual(other, op);
     };
     EXPECT_TRUE(differsWhen([](Lut3DOp& other) { other.setInterpolation(InterpolationAlgo::Trilinear); }));
     EXPECT_TRUE(differsWhen([](Lut3DOp& other) { other.getArray().set(80, 1.0F); }));
     EXPECT_TRUE(differsWhen([](Lut3DOp& other) { other.setName("other"); }));
     EXPECT_TRUE(differsWhen([](Lut3DOp& other) { other.getIndexMapping() = IndexMapping(1); }));
-    EXPECT_FALSE(op == static_cast<Op const&>(MatrixOp()));
+    EXPECT_FALSE(areEqual(op, MatrixOp()));
 
     Lut3DOp trilinear = op;
     trilinear.setInterpolation(InterpolationAlgo::Trilinear);
     Lut3DOp tetrahedral = op;
     tetrahedral.setInterpolation(InterpolationAlgo::Tetrahedral);
-    EXPECT_FALSE(trilinear == tetrahedral);
+    EXPECT_FALSE(areEqual(trilinear, tetrahedral));
 }
 
 TEST(Lut3DOp, ArrayTakesOverAnyArray)

@@ -3,6 +3,7 @@
 #define TAVRIN_TESTS_TRANSFORM_TABLE_VALUES_H
 
 #include "transform/array.h"
+#include "transform/op.h"
 
 #include <cmath>
 #include <limits>
@@ -37,6 +38,12 @@ inline std::vector<float> inAllColumns(std::vector<float> const& column)
     for (float const value : column)
         values.insert(values.end(), 3, value);
     return values;
+}
+
+// Through the base class, so that one operator== is in question.
+inline bool areEqual(Color::Op const& a, Color::Op const& b)
+{
+    return a == b;
 }
 
 // One component of all rows.
