@@ -1,6 +1,7 @@
 // Transforms read from files and from memory.
 #include <tavrin/files.h>
 
+#include "tavrin/requireParameter.h"
 #include "tavrin/transformImpl.h"
 #include "utils/errorMessage.h"
 #include "xml/fileIOManager.h"
@@ -12,20 +13,7 @@
 namespace Tavrin
 {
 
-namespace
-{
-
 using namespace Color;
-
-void requireText(char const* text, char const* parameter)
-{
-    if (!text)
-    {
-        throw failure(ErrorIds::kNullParameter, Module::kLibrary, parameter);
-    }
-}
-
-} // namespace
 
 TavStatus getSupportedFileExtensions(SupportedExtensionsCallBack& callback)
 {
@@ -45,7 +33,7 @@ bool isFileSupported(char const* path)
     TavStatus const status = statusOf(
         [&]
         {
-            requireText(path, "path");
+            requireParameter(path, "path");
             isSupported = FileIOManager::isFileSupported(path);
         });
     return status && isSupported;
@@ -56,7 +44,7 @@ TavStatus loadColorTransform(char const* path, TransformPtr& transform)
     return statusOf(
         [&]
         {
-            requireText(path, "path");
+            requireParameter(path, "path");
             auto loaded = std::make_unique<Impl::Transform>(FileIOManager::loadTransform(path));
             loaded->setFullPath(path);
             transform.reset(loaded.release());
@@ -68,7 +56,7 @@ TavStatus loadColorTransformFromBuffer(char const* text, TransformPtr& transform
     return statusOf(
         [&]
         {
-            requireText(text, "text");
+            requireParameter(text, "text");
             XMLTransformReader const reader;
             reader.parseBuffer(text);
             transform.reset(new Impl::Transform(reader.getTransform()));

@@ -1,6 +1,7 @@
 // The public factories of tables: one for each type of values.
 #include <tavrin/transformFactory.h>
 
+#include "tavrin/requireParameter.h"
 #include "tavrin/transformImpl.h"
 #include "transform/transformFactory.h"
 #include "utils/errorMessage.h"
@@ -11,12 +12,6 @@ namespace Tavrin
 namespace
 {
 
-void requireValues(void const* values, char const* name)
-{
-    if (values == nullptr)
-        throw Color::failure(Color::ErrorIds::kNullParameter, Color::Module::kLibrary, name);
-}
-
 template <class Value>
 TavStatus create1DLut(BitDepth input, BitDepth output, unsigned int size, Value const* red, Value const* green, Value const* blue,
                       HalfFlags halfFlags, TransformPtr& transform)
@@ -24,9 +19,9 @@ TavStatus create1DLut(BitDepth input, BitDepth output, unsigned int size, Value 
     return Color::statusOf(
         [&]
         {
-            requireValues(red, "red");
-            requireValues(green, "green");
-            requireValues(blue, "blue");
+            requireParameter(red, "red");
+            requireParameter(green, "green");
+            requireParameter(blue, "blue");
             transform.reset(new Impl::Transform(Color::Create1DLutTransform(input, output, size, red, green, blue, halfFlags)));
         });
 }
@@ -37,7 +32,7 @@ TavStatus create3DLut(BitDepth input, BitDepth output, unsigned int gridSize, Va
     return Color::statusOf(
         [&]
         {
-            requireValues(values, "values");
+            requireParameter(values, "values");
             transform.reset(new Impl::Transform(Color::Create3DLutTransform(input, output, gridSize, values)));
         });
 }

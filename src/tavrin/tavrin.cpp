@@ -3,6 +3,7 @@
 #include <tavrin/transform.h>
 #include <tavrin/transformFactory.h>
 
+#include "tavrin/requireParameter.h"
 #include "tavrin/transformImpl.h"
 #include "transform/transformFactory.h"
 #include "utils/errorMessage.h"
@@ -61,8 +62,7 @@ TavStatus CreateMatrixTransform(BitDepth input, BitDepth output, float const* ma
     return Color::statusOf(
         [&]
         {
-            if (matrix == nullptr)
-                throw Color::failure(Color::ErrorIds::kNullParameter, Color::Module::kLibrary, "matrix");
+            requireParameter(matrix, "matrix");
             transform.reset(new Impl::Transform(Color::CreateMatrixTransform(input, output, matrix, offsets, hasAlpha)));
         });
 }

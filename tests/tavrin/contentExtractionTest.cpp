@@ -1,5 +1,5 @@
 // What a caller is told of a transform for display.
-#include "tavrin/transformFixtures.h"
+#include "transformFixtures.h"
 
 #include <gmock/gmock.h>
 

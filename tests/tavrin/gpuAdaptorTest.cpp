@@ -1,5 +1,5 @@
 // The base of callers' adaptors, and the handle to one.
-#include "tavrin/transformFixtures.h"
+#include "transformFixtures.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The public functions that make transforms without a file.
-#include "tavrin/transformFixtures.h"
+#include "transformFixtures.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // The public transform: its texts, its states and what they report. What pixels become is a matter of the renderers' tests.
 #include "support/scopedEnvironment.h"
-#include "tavrin/transformFixtures.h"
+#include "transformFixtures.h"
 
 #include <gmock/gmock.h>
 

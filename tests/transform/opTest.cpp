@@ -2,7 +2,7 @@
 #include "support/failure.h"
 #include "transform/matrixOp.h"
 #include "transform/opList.h"
-#include "transform/ops.h"
+#include "transform/rangeOp.h"
 #include "transform/testOps.h"
 
 #include <gtest/gtest.h>
@@ -69,31 +69,6 @@ TEST(Op, NameOfATypeLivesForTheWholeRun)
     std::string const* const name = &MatrixOp().getOpTypeName();
     EXPECT_EQ(name, &MatrixOp().getOpTypeName());
     EXPECT_EQ(*name, "Matrix");
-}
-
-template <class AnyOp>
-void expectCloneIsEqualAndApart(char const* name)
-{
-    SCOPED_TRACE(name);
-    AnyOp op;
-    op.setId("id");
-    op.setName("name");
-    std::unique_ptr<Op> const copy(op.clone());
-    EXPECT_EQ(copy->getOpType(), op.getOpType());
-    EXPECT_EQ(copy->getOpTypeName(), name);
-    EXPECT_TRUE(*copy == op);
-    copy->setName("other");
-    EXPECT_EQ(op.getName(), "name");
-    EXPECT_FALSE(*copy == op);
-}
-
-TEST(EveryOp, ClonesToAnEqualOneOfItsOwn)
-{
-#define TAVRIN_OP(number, Class, name, Family) expectCloneIsEqualAndApart<Class>(name);
-#define TAVRIN_OP_RESERVED(number, Class)
-#include "transform/opTypes.def"
-#undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
 }
 
 TEST(Op, IsCitedByItsNameElseItsIdElseItsType)
