@@ -64,6 +64,20 @@ std::unique_ptr<Op> sampleOf<GammaOp>()
     return op;
 }
 
+template <>
+std::unique_ptr<Op> sampleOf<DitherOp>()
+{
+    return std::make_unique<DitherOp>(BIT_DEPTH_32f, BIT_DEPTH_32f, BIT_DEPTH_8i);
+}
+
+template <>
+std::unique_ptr<Op> sampleOf<HueVectorOp>()
+{
+    auto op = std::make_unique<HueVectorOp>();
+    op->setParams({120.0, 60.0, 1.5}); // centre and width in degrees, amount
+    return op;
+}
+
 struct Sample
 {
     char const* typeName;
