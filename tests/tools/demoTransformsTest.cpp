@@ -82,31 +82,96 @@ protected:
     }
 };
 
-TEST_F(DemoTransforms, Rec709LightBecomesThatOfP3AndIsCutOff)
+// What the library's polynomials for powers and exponentials leave, in parts of the value; far below a code of 12 bits.
+constexpr double kPowerError = 1e-5;
+
+// IEC 61966-2-1. The transforms' curve is continuous at the break with a slope of 12.9232 in place of 12.92, and the table's value
+// is off by as little.
+double srgbEncode(double light)
+{
+    return light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1.0 / 2.4) - 0.055;
+}
+
+TEST_F(DemoTransforms, Rec709LightBecomesThatOfDisplayP3)
 {
     const Matrix expected = multiply(inverse(toXyz({{{0.680, 0.320}, {0.265, 0.690}, {0.150, 0.060}}})),
                                      toXyz({{{0.640, 0.330}, {0.300, 0.600}, {0.150, 0.060}}}));
-    PictureFloat in(5, 1, 3);
-    in.samples = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0.18f, 0.18f, 0.18f, 4, -2, 0.5f};
-    writeExrFile(folder / "in.exr", in);
-    apply({demo("rec709ToP3D65.ctf"), "in.exr", "out.exr"});
-    const PictureFloat out = readExrFile<float>(folder / "out.exr");
+    Picture16 in(5, 1, 3);
+    in.samples = {65535, 0, 0, 0, 65535, 0, 0, 0, 65535, 11796, 11796, 11796, 65535, 300, 20000};
+    writePngFile(folder / "in.png", in);
+    apply({demo("lightToDisplayP3.ctf"), "in.png", "out.png"});
+    const Picture16 out = readPngFile<std::uint16_t>(folder / "out.png");
     for (unsigned int x = 0; x < in.width; ++x)
     {
         for (unsigned int c = 0; c < 3; ++c)
         {
-            double sum = 0.0;
-            double magnitude = 0.0;
+            double light = 0.0;
             for (unsigned int k = 0; k < 3; ++k)
-            {
-                sum += expected[c][k] * static_cast<double>(in.at(x, 0, k));
-                magnitude += std::abs(expected[c][k] * static_cast<double>(in.at(x, 0, k)));
-            }
-            // Rounded once each: coefficients, products, three sums, and the scale of the range; and ten decimals in the file.
-            EXPECT_NEAR(out.at(x, 0, c), std::min(std::max(sum, 0.0), 1.0), 6 * std::ldexp(magnitude, -24) + 1e-10)
-                << x << ' ' << c;
+                light += expected[c][k] * in.at(x, 0, k) / 65535.0;
+            EXPECT_NEAR(out.at(x, 0, c), 65535.0 * srgbEncode(std::min(std::max(light, 0.0), 1.0)), 1.5) << x << ' ' << c;
         }
     }
+}
+
+TEST_F(DemoTransforms, LightOfTheChartBecomesTheChartOfADisplay)
+{
+    ASSERT_EQ(run({"chart", "light.exr", "--size", "320x180", "--depth", "32f"}).status, 0);
+    ASSERT_EQ(run({"chart", "display.png", "--size", "320x180", "--depth", "16i"}).status, 0);
+    apply({demo("lightToSrgb.ctf"), "light.exr", "out.png"});
+    const Picture16 out = readPngFile<std::uint16_t>(folder / "out.png");
+    const Picture16 expected = readPngFile<std::uint16_t>(folder / "display.png");
+    ASSERT_EQ(out.samples.size(), expected.samples.size());
+    for (std::size_t i = 0; i < out.samples.size(); ++i)
+        ASSERT_NEAR(out.samples[i], expected.samples[i], 1) << i;
+}
+
+TEST_F(DemoTransforms, FilmScanBecomesItsLight)
+{
+    // Black, grey, white, and 300 codes above white: a factor of ten less what black takes.
+    Picture16 in(4, 1, 3);
+    in.samples = {95, 95, 95, 470, 470, 470, 685, 685, 685, 985, 985, 985};
+    writeDpxFile(folder / "in.dpx", in);
+    apply({demo("scanToLight.ctf"), "in.dpx", "out.exr", "--depth", "32f"});
+    const PictureFloat out = readExrFile<float>(folder / "out.exr");
+    const double black = std::pow(10.0, -590.0 / 300.0);
+    for (unsigned int x = 0; x < in.width; ++x)
+    {
+        const double light = (std::pow(10.0, (in.at(x, 0, 0) - 685.0) / 300.0) - black) / (1.0 - black);
+        EXPECT_NEAR(out.at(x, 0, 0), light, kPowerError * std::max(light, 1.0)) << x;
+    }
+}
+
+TEST_F(DemoTransforms, FilmKeepsGreyAndBendsHighlights)
+{
+    // 1 / (1 + (K / light)^1.3) with K such that 0.18 stays 0.18, encoded for sRGB.
+    const double k = 0.18 * std::pow(1.0 / 0.18 - 1.0, 1.0 / 1.3);
+    PictureFloat in(5, 1, 3);
+    in.samples = {0.02f, 0.02f, 0.02f, 0.18f, 0.18f, 0.18f, 1, 1, 1, 4, 4, 4, 12, 12, 12};
+    writeExrFile(folder / "in.exr", in);
+    apply({demo("film.ctf"), "in.exr", "out.exr"});
+    const PictureFloat out = readExrFile<float>(folder / "out.exr");
+    for (unsigned int x = 0; x < in.width; ++x)
+    {
+        const double expected = srgbEncode(1.0 / (1.0 + std::pow(k / static_cast<double>(in.at(x, 0, 1)), 1.3)));
+        // Straight lines between 129 points of a curve whose second derivative by the code stays below 12: 12 / 8 / 128^2.
+        EXPECT_NEAR(out.at(x, 0, 1), expected, 1e-4) << x;
+    }
+}
+
+TEST_F(DemoTransforms, WarmFollowsTheColourDecision)
+{
+    PictureFloat in(1, 1, 3);
+    in.samples = {0.5f, 0.4f, 0.3f};
+    writeExrFile(folder / "in.exr", in);
+    apply({demo("warm.ctf"), "in.exr", "out.exr"});
+    const double r = std::pow(0.5 * 1.06 + 0.01, 0.95);
+    const double g = 0.4;
+    const double b = std::pow(0.3 * 0.88 - 0.01, 1.08);
+    const double luma = 0.2126 * r + 0.7152 * g + 0.0722 * b;
+    const PictureFloat out = readExrFile<float>(folder / "out.exr");
+    EXPECT_NEAR(out.at(0, 0, 0), luma + 1.15 * (r - luma), kPowerError);
+    EXPECT_NEAR(out.at(0, 0, 1), luma + 1.15 * (g - luma), kPowerError);
+    EXPECT_NEAR(out.at(0, 0, 2), luma + 1.15 * (b - luma), kPowerError);
 }
 
 TEST_F(DemoTransforms, ExposureIsThreeStopsDown)

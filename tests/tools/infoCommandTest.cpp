@@ -61,6 +61,31 @@ TEST_F(InfoCommand, TellsEverythingOfATransformAligned)
                            "    Max Output Value  235.0000\n");
 }
 
+TEST_F(InfoCommand, LongTablesAreShownByTheirEndsUnlessAllIsAskedFor)
+{
+    std::string rows;
+    for (int i = 0; i < 32; ++i)
+        rows += i < 16 ? "0.25 " : "0.5 ";
+    writeText(folder / "table.ctf", "<ProcessList version=\"1.3\" id=\"x\">\n"
+                                    "    <LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                                    "        <Array dim=\"32 1\">" +
+                                        rows +
+                                        "</Array>\n"
+                                        "    </LUT1D>\n"
+                                        "</ProcessList>\n");
+    const Outcome ends = run({"info", "table.ctf"});
+    EXPECT_EQ(ends.status, 0) << ends.err;
+    EXPECT_THAT(ends.out, testing::EndsWith("    Array Row 4       0.2500      0.2500      0.2500\n"
+                                            "    ... 24 more ...\n"
+                                            "    Array Row 29      0.5000      0.5000      0.5000\n"
+                                            "    Array Row 30      0.5000      0.5000      0.5000\n"
+                                            "    Array Row 31      0.5000      0.5000      0.5000\n"
+                                            "    Array Row 32      0.5000      0.5000      0.5000\n"));
+    const Outcome all = run({"info", "--all", "table.ctf"});
+    for (int row = 1; row <= 32; ++row)
+        EXPECT_THAT(all.out, HasSubstr("    Array Row " + std::to_string(row) + " ")) << row;
+}
+
 TEST_F(InfoCommand, ControlCharactersOfAFileDoNotReachTheTerminal)
 {
     writeText(folder / "odd.ctf", "<ProcessList version=\"1.3\" id=\"x&#x9b;y\" name=\"two&#10;lines\">\n"

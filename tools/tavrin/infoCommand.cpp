@@ -38,21 +38,6 @@ std::string_view stem(std::string_view key)
     return key.substr(0, key.find_last_not_of("0123456789") + 1);
 }
 
-// Numbers come in fields of a fixed width. Takes the blanks away that all entries of one stem begin with, so that columns stay.
-void cutBlanks(std::vector<Section::Entry>& entries)
-{
-    for (auto first = entries.begin(); first != entries.end();)
-    {
-        const auto isOther = [&](Section::Entry const& entry) { return stem(entry.key) != stem(first->key); };
-        const auto end = std::find_if(first, entries.end(), isOther);
-        std::size_t blanks = std::string::npos;
-        for (auto entry = first; entry != end; ++entry)
-            blanks = std::min(blanks, entry->value.find_first_not_of(' '));
-        for (; first != end; ++first)
-            first->value.erase(0, blanks);
-    }
-}
-
 // Collects what the library tells, so that values can be aligned.
 class Collector : public Tavrin::Transform::ContentCallbacks
 {
@@ -70,10 +55,7 @@ public:
     void endSection() override
     {
         if (m_open.size() > 1)
-        {
-            cutBlanks(m_open.back()->entries);
             m_open.pop_back();
-        }
     }
 
     void addEntry(char const* key, char const* value) override
@@ -88,32 +70,95 @@ private:
     std::vector<Section*> m_open{&m_root};
 };
 
-void print(Section const& section, std::size_t indent)
+struct Options
 {
-    fmt::print("{:{}}{}\n", "", indent, section.name);
-    std::size_t keyWidth = 0;
-    for (Section::Entry const& entry : section.entries)
-        keyWidth = std::max(keyWidth, entry.key.size());
-    for (Section::Entry const& entry : section.entries)
-        fmt::print("{:{}}{:<{}}  {}\n", "", indent + 2, entry.key, keyWidth, entry.value);
-    for (Section const& inner : section.sections)
-        print(inner, indent + 2);
-}
+    std::string path;
+    bool all = false;
+};
 
-void info(std::string const& path)
+// A longer run of numbered entries, which a table's rows are, is shown by its two ends.
+constexpr std::size_t kLongestRun = 20;
+constexpr std::size_t kShownOfEachEnd = 4;
+
+using Entries = std::vector<Section::Entry>;
+
+// Writes a section and those in it.
+class Printer
 {
-    const Tavrin::TransformPtr transform = loadTransform(path);
+public:
+    explicit Printer(bool all) : m_all(all) {}
+
+    void print(Section const& section, std::size_t indent) const
+    {
+        fmt::print("{:{}}{}\n", "", indent, section.name);
+        std::size_t keyWidth = 0;
+        for (Section::Entry const& entry : section.entries)
+            keyWidth = std::max(keyWidth, entry.key.size());
+        for (auto first = section.entries.begin(); first != section.entries.end();)
+        {
+            const auto isOther = [&](Section::Entry const& entry) { return stem(entry.key) != stem(first->key); };
+            const auto end = std::find_if(first, section.entries.end(), isOther);
+            _printRun(first, end, {indent + 2, keyWidth, _commonBlanks(first, end)});
+            first = end;
+        }
+        for (Section const& inner : section.sections)
+            print(inner, indent + 2);
+    }
+
+private:
+    struct Columns
+    {
+        std::size_t indent;
+        std::size_t keyWidth;
+        std::size_t cut; // characters at the start of a value that are left out
+    };
+
+    // Numbers come in fields of a fixed width: what all values of a run begin with goes, and columns stay.
+    static std::size_t _commonBlanks(Entries::const_iterator first, Entries::const_iterator end)
+    {
+        std::size_t blanks = std::string::npos;
+        for (; first != end; ++first)
+            blanks = std::min(blanks, first->value.find_first_not_of(' '));
+        return blanks;
+    }
+
+    void _printRun(Entries::const_iterator first, Entries::const_iterator end, Columns const& columns) const
+    {
+        const std::size_t count = static_cast<std::size_t>(end - first);
+        if (m_all || count <= kLongestRun)
+        {
+            _printEntries(first, end, columns);
+            return;
+        }
+        _printEntries(first, first + kShownOfEachEnd, columns);
+        fmt::print("{:{}}... {} more ...\n", "", columns.indent, count - 2 * kShownOfEachEnd);
+        _printEntries(end - kShownOfEachEnd, end, columns);
+    }
+
+    static void _printEntries(Entries::const_iterator first, Entries::const_iterator end, Columns const& columns)
+    {
+        for (; first != end; ++first)
+            fmt::print("{:{}}{:<{}}  {}\n", "", columns.indent, first->key, columns.keyWidth, first->value.substr(columns.cut));
+    }
+
+    bool m_all;
+};
+
+void info(Options const& options)
+{
+    const Tavrin::TransformPtr transform = loadTransform(options.path);
     Collector collector;
-    check(transform->extractContent(collector), fmt::format("cannot tell what '{}' holds", path));
+    check(transform->extractContent(collector), fmt::format("cannot tell what '{}' holds", options.path));
     for (Section const& section : collector.root().sections)
-        print(section, 0);
+        Printer(options.all).print(section, 0);
 }
 
 void setUp(CLI::App& command)
 {
-    const auto path = std::make_shared<std::string>();
-    command.add_option("TRANSFORM", *path, "The transform file")->required();
-    command.callback([path] { info(*path); });
+    const auto options = std::make_shared<Options>();
+    command.add_option("TRANSFORM", options->path, "The transform file")->required();
+    command.add_flag("--all", options->all, "Show all rows of a long table");
+    command.callback([options] { info(*options); });
 }
 
 } // namespace
