@@ -70,7 +70,7 @@ TEST_F(Program, FormatsListsPicturesAndTransforms)
 TEST_F(Program, AnOutputThatCannotBePrintedIsAFailure)
 {
     // A full device for the standard output, by the shell's redirection.
-    const int status = std::system((std::string(TAVRIN_PROGRAM) + " formats >/dev/full 2>/dev/null").c_str());
+    const int status = std::system(TAVRIN_PROGRAM " formats >/dev/full 2>/dev/null");
     EXPECT_EQ(WEXITSTATUS(status), 1);
 }
 
