@@ -48,7 +48,7 @@ HWY_INLINE V Atan2(D d, V y, V x)
     const auto isSteep = hn::Gt(height, width);
     const V larger = hn::IfThenElse(isSteep, height, width);
     const V smaller = hn::IfThenElse(isSteep, width, height);
-    V ratio = hn::IfThenElseZero(hn::Ne(larger, hn::Zero(d)), hn::Div(smaller, larger));
+    V ratio = hn::IfThenZeroElse(hn::Eq(larger, hn::Zero(d)), hn::Div(smaller, larger));
     ratio = hn::IfThenElse(hn::Eq(smaller, hn::Inf(d)), hn::Set(d, 1.0F), ratio);
     const V angle = ArcTangentOfRatio(d, ratio);
 

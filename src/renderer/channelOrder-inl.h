@@ -60,12 +60,13 @@ private:
     M m_greenIsMin;
 };
 
-// Where the middle channel lies between the smallest, 0, and the largest, 1; 0 for a grey.
+// Where the middle channel lies between the smallest, 0, and the largest, 1; 0 for a grey. Asked as "equal", since a NaN is unequal
+// to zero on some targets alone.
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V ChromaOfMid(D d, V max, V mid, V min)
 {
     const V range = hn::Sub(max, min);
-    return hn::IfThenElseZero(hn::Ne(range, hn::Zero(d)), hn::Div(hn::Sub(mid, min), range));
+    return hn::IfThenZeroElse(hn::Eq(range, hn::Zero(d)), hn::Div(hn::Sub(mid, min), range));
 }
 
 // The middle channel between other ends.

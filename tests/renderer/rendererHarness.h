@@ -113,6 +113,18 @@ inline void expectSameFloat(float expected, float actual, std::size_t index)
     }
 }
 
+// All of them, by the same rule; tells the first difference alone.
+inline void expectSameFloats(std::vector<float> const& expected, std::vector<float> const& actual)
+{
+    ASSERT_EQ(expected.size(), actual.size());
+    for (std::size_t i = 0; i < expected.size(); ++i)
+    {
+        expectSameFloat(expected[i], actual[i], i);
+        if (testing::Test::HasFatalFailure())
+            return;
+    }
+}
+
 // Runs a body once for every instruction set that the processor has.
 template <class Body>
 void forEveryTarget(Body const& body)
