@@ -13,6 +13,7 @@
 namespace Bench
 {
 void addLinear();
+void addLooks();
 } // namespace Bench
 
 namespace
@@ -88,6 +89,7 @@ int main(int argc, char** argv)
     benchmark::Initialize(&count, arguments.data());
     addMemcpy();
     Bench::addLinear();
+    Bench::addLooks();
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printTable();
