@@ -2,6 +2,7 @@
 #include "pictureFiles.h"
 #include "programRun.h"
 
+#include <csignal>
 #include <filesystem>
 
 #include <sys/stat.h>
@@ -108,6 +109,16 @@ TEST_F(OutputFile, GetsThePermissionsOfANewFile)
     const mode_t mask = ::umask(0);
     ::umask(mask);
     EXPECT_EQ(fs::status(folder / "out.png").permissions(), fs::perms(0666 & ~mask));
+}
+
+TEST_F(OutputFile, ThatIsInterruptedLeavesNothingBehind)
+{
+    writeText(folder / "out.png", "something old");
+    // Large enough to take its time to be written.
+    const std::vector<std::string> arguments = {"chart", "out.png", "--size", "3000x3000"};
+    EXPECT_EQ(interruptProgram(folder, arguments, ".tavrin-", SIGTERM), SIGTERM);
+    EXPECT_THAT(folder.names(), ElementsAre("in.exr", "none.ctf", "out.png"));
+    EXPECT_EQ(readText(folder / "out.png"), "something old");
 }
 
 TEST_F(OutputFile, IsNotBegunWhenAReadFails)

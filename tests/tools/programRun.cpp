@@ -46,13 +46,10 @@ namespace
     ::_exit(127);
 }
 
-} // namespace
-
-Outcome runProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit)
+// The child's process id. Its outputs go to the two files.
+pid_t start(WorkFolder const& folder, std::vector<std::string> const& arguments, std::string const& outPath,
+            std::string const& errPath, std::size_t fileSizeLimit)
 {
-    const WorkFolder outputs;
-    const std::string outPath = outputs / "out";
-    const std::string errPath = outputs / "err";
     const int out = ::open(outPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     const int err = ::open(errPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
 
@@ -67,11 +64,38 @@ Outcome runProgram(WorkFolder const& folder, std::vector<std::string> const& arg
     const pid_t child = ::fork();
     if (child == 0)
         becomeProgram(folderPath.c_str(), pointers, out, err, fileSizeLimit);
-    int status = 0;
-    ::waitpid(child, &status, 0);
     ::close(out);
     ::close(err);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readText(outPath), readText(errPath)};
+    return child;
+}
+
+} // namespace
+
+Outcome runProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit)
+{
+    const WorkFolder outputs;
+    const pid_t child = start(folder, arguments, outputs / "out", outputs / "err", fileSizeLimit);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readText(outputs / "out"), readText(outputs / "err")};
+}
+
+int interruptProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::string const& begin, int signal)
+{
+    const pid_t child = start(folder, arguments, "/dev/null", "/dev/null", 0);
+    const auto hasBegun = [&]
+    {
+        const std::vector<std::string> names = folder.names();
+        return std::any_of(names.begin(), names.end(),
+                           [&](std::string const& name)
+                           { return name.size() > begin.size() && name.compare(0, begin.size(), begin) == 0; });
+    };
+    int status = 0;
+    while (!hasBegun() && ::waitpid(child, &status, WNOHANG) == 0)
+        ::usleep(500);
+    ::kill(child, signal);
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
 }
 
 std::string readText(std::string const& path)

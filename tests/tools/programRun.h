@@ -29,6 +29,10 @@ struct Outcome
 // Runs the program in that folder. A limit above 0 is the largest size in bytes of a file that it can write.
 Outcome runProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::size_t fileSizeLimit = 0);
 
+// Starts the program in that folder, its outputs thrown away, and sends it the signal as soon as the folder holds a file whose name
+// begins so and goes on. Returns the signal by which it ended, 0 when it exited.
+int interruptProgram(WorkFolder const& folder, std::vector<std::string> const& arguments, std::string const& begin, int signal);
+
 std::string readText(std::string const& path);
 void writeText(std::string const& path, std::string const& text);
 

@@ -48,6 +48,7 @@ void apply(Options const& options)
     const Image target =
         applyTransform(transform, options.optimizerFlags, std::move(source), outFormat, threads, progress.step("applying", height));
     writeImage(outType, target, outPath, progress.step("writing", height));
+    progress.clear();
 
     if (!options.quiet)
     {

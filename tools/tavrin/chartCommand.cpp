@@ -82,6 +82,7 @@ void chart(Options const& options)
     const Image image = applyTransform(identity(), Tavrin::OPTIMIZER_DEFAULT_THRESHOLD, std::move(drawn), format, 1,
                                        progress.step("applying", size.height));
     writeImage(type, image, options.path, progress.step("writing", size.height));
+    progress.clear();
     if (!options.quiet)
         fmt::print("{} ({}), {} x {}\n", options.path, formatName(format), image.width, image.height);
 }

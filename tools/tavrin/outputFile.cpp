@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <random>
 #include <utility>
 
 #include <fcntl.h>
@@ -34,7 +34,8 @@ extern "C" void removeTemporary(int signal)
     std::raise(signal);
 }
 
-void rememberTemporary(std::string const& path)
+// Comes before the file is there, so that no moment is left in which an interrupt would leave it behind.
+void removeWhenInterrupted(std::string const& path)
 {
     if (path.size() >= sizeof(g_temporaryPath))
         return;
@@ -47,23 +48,20 @@ void rememberTemporary(std::string const& path)
     }
 }
 
+// A name in the target's folder that nothing else has.
+std::string temporaryName(std::string const& target)
+{
+    std::random_device random;
+    const std::string name = fmt::format(".tavrin-{:08x}{:08x}", random(), random());
+    return (std::filesystem::path(target).parent_path() / name).string();
+}
+
 // Where a chain of symbolic links ends, so that the link stays a link.
 std::string followLinks(std::string const& path)
 {
     std::error_code error;
     const std::filesystem::path resolved = std::filesystem::weakly_canonical(path, error);
     return error ? path : resolved.string();
-}
-
-// The permissions of the file that will be replaced, or those of any new file.
-mode_t permissionsFor(std::string const& target)
-{
-    struct stat status;
-    if (::stat(target.c_str(), &status) == 0)
-        return status.st_mode & 0777;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
 }
 
 // A device or a folder can't be replaced, and a file that is protected against writing should not be.
@@ -78,17 +76,28 @@ void refuseProtected(std::string const& path, std::string const& target)
         fail("cannot write '{}': {}", path, std::strerror(errno));
 }
 
+// Gives the new file the permissions of the one that it will replace. Where that is not allowed it keeps those of any new file.
+void keepPermissions(std::string const& target, int descriptor)
+{
+    struct stat status;
+    if (::stat(target.c_str(), &status) == 0) [[maybe_unused]]
+        const int changed = ::fchmod(descriptor, status.st_mode & 0777);
+}
+
 } // namespace
 
-OutputFile::OutputFile(std::string const& path) : m_path(path), m_target(followLinks(path)), m_temporary(m_target + ".XXXXXX")
+OutputFile::OutputFile(std::string const& path) : m_path(path), m_target(followLinks(path)), m_temporary(temporaryName(m_target))
 {
     refuseProtected(m_path, m_target);
-    m_descriptor = ::mkostemp(m_temporary.data(), O_CLOEXEC);
+    removeWhenInterrupted(m_temporary);
+    m_descriptor = ::open(m_temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (m_descriptor < 0)
-        fail("cannot write '{}': {}", m_path, std::strerror(errno));
-    rememberTemporary(m_temporary);
-    // Where permissions can't be changed the file keeps its private ones, which harms nobody.
-    [[maybe_unused]] const int changed = ::fchmod(m_descriptor, permissionsFor(m_target));
+    {
+        const int error = errno;
+        g_temporaryExists = 0;
+        fail("cannot write '{}': {}", m_path, std::strerror(error));
+    }
+    keepPermissions(m_target, m_descriptor);
 }
 
 OutputFile::~OutputFile()

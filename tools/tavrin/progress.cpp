@@ -25,8 +25,14 @@ Progress::Progress(bool wanted) : m_wanted(wanted && ::isatty(STDERR_FILENO) == 
 
 Progress::~Progress()
 {
+    clear();
+}
+
+void Progress::clear()
+{
     if (m_drawn)
         std::fputs("\r\033[K", stderr);
+    m_drawn = false;
 }
 
 RowReport Progress::step(char const* label, unsigned int rows)

@@ -17,8 +17,10 @@ public:
     explicit Progress(bool wanted);
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
-    // Takes the bar away.
     ~Progress();
+
+    // Takes the bar away, so that something else can be printed.
+    void clear();
 
     // For a step that goes through the rows of a picture. The total may be unknown: 0. Keep the progress alive.
     RowReport step(char const* label, unsigned int rows);
