@@ -155,7 +155,7 @@ TEST(MatrixOp, OffsetsAreNullByTheirBytes)
     EXPECT_TRUE(op.getOffsets().isNotNull());
     EXPECT_FALSE(op.getOffsets() == MatrixOp().getOffsets());
     EXPECT_FALSE(op.isIdentity());
-    EXPECT_FALSE(op == MatrixOp());
+    EXPECT_FALSE(areEqual(op, MatrixOp()));
 
     MatrixOp nan;
     nan.setOffsetValue(0, kNaN);
@@ -527,16 +527,16 @@ TEST(MatrixOp, WithoutADepthIsInvalidBeforeItsArrayIs)
 TEST(MatrixOp, EqualityLooksAtArrayAndOffsets)
 {
     MatrixOp const op = withValues(kCounting, kOffsets);
-    EXPECT_TRUE(op == withValues(kCounting, kOffsets));
-    EXPECT_FALSE(op == withValues(kUnit, kOffsets));
-    EXPECT_FALSE(op == withValues(kCounting));
-    EXPECT_FALSE(op == PlainOp(BIT_DEPTH_32f, BIT_DEPTH_32f, "name"));
+    EXPECT_TRUE(areEqual(op, withValues(kCounting, kOffsets)));
+    EXPECT_FALSE(areEqual(op, withValues(kUnit, kOffsets)));
+    EXPECT_FALSE(areEqual(op, withValues(kCounting)));
+    EXPECT_FALSE(areEqual(op, PlainOp(BIT_DEPTH_32f, BIT_DEPTH_32f, "name")));
 }
 
 TEST(MatrixOp, IsNotEqualToAnOperatorOfAnotherTypeWithTheSameTexts)
 {
     MatrixOp const op;
-    EXPECT_FALSE(op == PlainOp(BIT_DEPTH_32f, BIT_DEPTH_32f));
+    EXPECT_FALSE(areEqual(op, PlainOp(BIT_DEPTH_32f, BIT_DEPTH_32f)));
 }
 
 } // namespace

@@ -364,29 +364,29 @@ TEST(RangeOp, DepthChangesLeaveAbsentLimitsAbsent)
 TEST(RangeOp, EqualityLooksAtTheLimitsAsNumbers)
 {
     RangeOp const range(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.0, 0.0, 1.0);
-    EXPECT_TRUE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, -0.0, 1.0, 0.0, 1.0));
-    EXPECT_FALSE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, -0.1, 1.0, 0.0, 1.0));
-    EXPECT_FALSE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.1, 0.0, 1.0));
-    EXPECT_FALSE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.0, -0.1, 1.0));
-    EXPECT_FALSE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.0, 0.0, 1.1));
-    EXPECT_FALSE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, kNone, 0.0, kNone));
-    EXPECT_FALSE(range == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_16f, 0.0, 1.0, 0.0, 1.0));
+    EXPECT_TRUE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, -0.0, 1.0, 0.0, 1.0)));
+    EXPECT_FALSE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, -0.1, 1.0, 0.0, 1.0)));
+    EXPECT_FALSE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.1, 0.0, 1.0)));
+    EXPECT_FALSE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.0, -0.1, 1.0)));
+    EXPECT_FALSE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, 1.0, 0.0, 1.1)));
+    EXPECT_FALSE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, 0.0, kNone, 0.0, kNone)));
+    EXPECT_FALSE(areEqual(range, RangeOp(BIT_DEPTH_32f, BIT_DEPTH_16f, 0.0, 1.0, 0.0, 1.0)));
 }
 
 TEST(RangeOp, AbsentLimitsAreEqual)
 {
     auto const onlyMin = [](double in, double out) { return RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, in, kNone, out, kNone); };
-    EXPECT_TRUE(onlyMin(0.0, 0.0) == onlyMin(0.0, 0.0));
-    EXPECT_FALSE(onlyMin(0.0, 0.0) == RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, kNone, 0.0, kNone, 0.0));
+    EXPECT_TRUE(areEqual(onlyMin(0.0, 0.0), onlyMin(0.0, 0.0)));
+    EXPECT_FALSE(areEqual(onlyMin(0.0, 0.0), RangeOp(BIT_DEPTH_32f, BIT_DEPTH_32f, kNone, 0.0, kNone, 0.0)));
     RangeOp const one(BIT_DEPTH_32f, BIT_DEPTH_32f, kNone, kNone, kNone, kNone);
-    EXPECT_TRUE(one == RangeOp());
+    EXPECT_TRUE(areEqual(one, RangeOp()));
 }
 
 TEST(RangeOp, IsNotEqualToAnOperatorOfAnotherType)
 {
     RangeOp const range;
-    EXPECT_FALSE(range == FakeReference(true));
-    EXPECT_TRUE(range == range);
+    EXPECT_FALSE(areEqual(range, FakeReference(true)));
+    EXPECT_TRUE(areEqual(range, range));
 }
 
 TEST(RangeOp, PrintsLimitsAsADefaultStreamDoes)

@@ -30,6 +30,12 @@ private:
 // What a generated id looks like.
 inline constexpr char const* kUuid = "[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}";
 
+// By the operators' own test. Its argument is the base class, so that two objects of one class compare through that.
+inline bool areEqual(Color::Op const& a, Color::Op const& b)
+{
+    return a == b;
+}
+
 inline std::shared_ptr<Color::BypassDynamicProperty> bypass(bool value, bool isDynamic)
 {
     return std::make_shared<Color::BypassDynamicProperty>(value, isDynamic);
