@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/CPUInvLut1DOp.h"
+#include "renderer/block.h"
 #include "renderer/gather-inl.h"
 
 #include <hwy/highway.h>
@@ -17,67 +18,141 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+// How many vectors are searched together.
+inline constexpr unsigned int kChunkVectors = 8;
+inline constexpr std::size_t kChunkPixels = kChunkVectors * hn::MaxLanes(hn::ScalableTag<float>());
+
+// A chunk of vectors is searched together, so that the steps of one do not wait for those of another.
 struct SearchInverse : InvLut1DParameters
 {
-    template <class D>
-    static HWY_INLINE hn::VFromD<hn::RebindToSigned<D>> StartOfBucket(D d, InverseColumn const& column,
-                                                                      hn::VFromD<hn::RebindToSigned<D>> bucket)
+    void RunBlock(Block& block, unsigned int count) const
     {
-        return hn::BitCast(hn::RebindToSigned<D>(), GatherBits<std::int32_t>(d, column.starts, bucket));
-    }
-
-    // The first row that is not less than v; v lies between the first and the last row's values.
-    template <class D, class V>
-    static HWY_INLINE hn::VFromD<hn::RebindToSigned<D>> LowerBound(D d, InverseColumn const& column, V v)
-    {
-        const hn::RebindToSigned<D> di;
-        const auto one = hn::Set(di, 1);
-        const auto number = hn::ShiftRight<kInverseIndexShift>(hn::BitCast(di, hn::Sub(v, hn::Set(d, column.first))));
-        const auto above = hn::Sub(number, hn::Set(di, column.lowestNumber - 1));
-        const auto bucket = hn::Min(hn::Max(above, hn::Zero(di)), hn::Set(di, column.lastBucket));
-
-        auto begin = StartOfBucket(d, column, bucket);
-        auto end = StartOfBucket(d, column, hn::Add(bucket, one)); // The answer is begin, end, or between them.
-        for (std::int32_t step = 0; step < column.steps; ++step)
+        const std::size_t lanes = hn::Lanes(D());
+        for (std::size_t begin = 0; begin < count; begin += kChunkPixels)
         {
-            const auto middle = hn::ShiftRight<1>(hn::Add(begin, end));
-            // Where begin has met end the middle may be the last row, whose value is then not less than v.
-            const auto isLess = hn::RebindMask(di, hn::Lt(Gather<FloatEntry>(d, column.values, middle), v));
-            const auto isOpen = hn::Lt(begin, end);
-            begin = hn::IfThenElse(hn::And(isLess, isOpen), hn::Add(middle, one), begin);
-            end = hn::IfThenElse(hn::AndNot(isLess, isOpen), middle, end);
+            const std::size_t vectors = (HWY_MIN(kChunkPixels, count - begin) + lanes - 1) / lanes;
+            SearchChunk(column[0], block.red + begin, vectors);
+            SearchChunk(column[1], block.green + begin, vectors);
+            SearchChunk(column[2], block.blue + begin, vectors);
+            for (std::size_t i = begin; i < begin + vectors * lanes; i += lanes)
+                hn::Store(hn::Mul(hn::Load(D(), block.alpha + i), hn::Set(D(), alphaScale)), D(), block.alpha + i);
         }
-        return begin;
     }
 
-    template <class D, class V>
-    HWY_INLINE V Value(D d, InverseColumn const& column, V in) const
-    {
-        const hn::RebindToSigned<D> di;
-        const V first = hn::Set(d, column.first);
-        const V last = hn::Set(d, column.last);
-        V v = hn::Mul(in, hn::Set(d, column.flipSign));
-        v = hn::IfThenElse(hn::Gt(v, first), v, first); // A NaN becomes the start of the table.
-        v = hn::IfThenElse(hn::Lt(v, last), v, last);
+private:
+    using D = hn::ScalableTag<float>;
+    using DI = hn::RebindToSigned<D>;
+    using V = hn::VFromD<D>;
+    using VI = hn::VFromD<DI>;
 
-        auto low = LowerBound(d, column, v);
-        low = hn::Sub(low, hn::IfThenElseZero(hn::Gt(low, hn::Zero(di)), hn::Set(di, 1)));
-        const auto high = hn::Min(hn::Add(low, hn::Set(di, 1)), hn::Set(di, column.lastRow));
-        const V lowValue = Gather<FloatEntry>(d, column.values, low);
-        const V highValue = Gather<FloatEntry>(d, column.values, high);
-        const V quotient = hn::Div(hn::Sub(v, lowValue), hn::Sub(highValue, lowValue));
-        const V fraction = hn::IfThenElseZero(hn::Gt(highValue, lowValue), quotient);
-        const V row = hn::Add(hn::Add(hn::ConvertTo(d, low), hn::Set(d, column.startOffset)), fraction);
-        return hn::Mul(row, hn::Set(d, scale));
+    // Numbers of all pixels of a chunk, vector by vector.
+    struct Numbers
+    {
+        HWY_INLINE VI Load(std::size_t vector) const { return hn::Load(DI(), values + vector * hn::Lanes(D())); }
+        HWY_INLINE void Store(std::size_t vector, VI v) { hn::Store(v, DI(), values + vector * hn::Lanes(D())); }
+        HWY_INLINE std::int32_t const* Row(std::size_t vector) const { return values + vector * hn::Lanes(D()); }
+
+        HWY_ALIGN std::int32_t values[kChunkPixels];
+    };
+
+    HWY_INLINE void SearchChunk(InverseColumn const& c, float* plane, std::size_t vectors) const
+    {
+        const D d;
+        const std::size_t lanes = hn::Lanes(d);
+        for (std::size_t i = 0; i < vectors; ++i)
+            hn::Store(ClampToColumn(c, hn::Load(d, plane + i * lanes)), d, plane + i * lanes);
+        Numbers low;
+        LowerBounds(c, plane, vectors, low);
+        Finish(c, plane, vectors, low);
     }
 
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
+    // A NaN becomes the start of the table.
+    static HWY_INLINE V ClampToColumn(InverseColumn const& c, V in)
     {
-        r = Value(d, column[0], r);
-        g = Value(d, column[1], g);
-        b = Value(d, column[2], b);
-        a = hn::Mul(a, hn::Set(d, alphaScale));
+        const D d;
+        const V first = hn::Set(d, c.first);
+        const V last = hn::Set(d, c.last);
+        const V v = hn::Mul(in, hn::Set(d, c.flipSign));
+        const V notBelow = hn::IfThenElse(hn::Gt(v, first), v, first);
+        return hn::IfThenElse(hn::Lt(notBelow, last), notBelow, last);
+    }
+
+    static HWY_INLINE VI BucketOf(InverseColumn const& c, V v)
+    {
+        const DI di;
+        const VI number = hn::ShiftRight<kInverseIndexShift>(hn::BitCast(di, hn::Sub(v, hn::Set(D(), c.first))));
+        const VI above = hn::Sub(number, hn::Set(di, c.lowestNumber - 1));
+        return hn::Min(hn::Max(above, hn::Zero(di)), hn::Set(di, c.lastBucket));
+    }
+
+    static HWY_INLINE VI StartsAt(InverseColumn const& c, std::int32_t const* buckets)
+    {
+        return hn::BitCast(DI(), GatherBits<std::int32_t>(D(), c.starts, buckets));
+    }
+
+    // The first rows that are not less than the values, which lie between the first and the last row's.
+    static HWY_INLINE void LowerBounds(InverseColumn const& c, float const* values, std::size_t vectors, Numbers& begin)
+    {
+        const D d;
+        const DI di;
+        const VI one = hn::Set(di, 1);
+        Numbers end; // The answer is begin, end, or between them.
+        Numbers middle;
+        for (std::size_t i = 0; i < vectors; ++i)
+        {
+            const VI bucket = BucketOf(c, hn::Load(d, values + i * hn::Lanes(d)));
+            begin.Store(i, bucket);
+            end.Store(i, hn::Add(bucket, one));
+        }
+        KeepInMemory(&begin);
+        KeepInMemory(&end);
+        for (std::size_t i = 0; i < vectors; ++i)
+        {
+            begin.Store(i, StartsAt(c, begin.Row(i)));
+            end.Store(i, StartsAt(c, end.Row(i)));
+        }
+        for (std::int32_t step = 0; step < c.steps; ++step)
+        {
+            for (std::size_t i = 0; i < vectors; ++i)
+                middle.Store(i, hn::ShiftRight<1>(hn::Add(begin.Load(i), end.Load(i))));
+            KeepInMemory(&middle);
+            for (std::size_t i = 0; i < vectors; ++i)
+            {
+                const V v = hn::Load(d, values + i * hn::Lanes(d));
+                const auto isLess = hn::RebindMask(di, hn::Lt(Gather<FloatEntry>(d, c.values, middle.Row(i)), v));
+                const auto isOpen = hn::Lt(begin.Load(i), end.Load(i));
+                begin.Store(i, hn::IfThenElse(hn::And(isLess, isOpen), hn::Add(middle.Load(i), one), begin.Load(i)));
+                end.Store(i, hn::IfThenElse(hn::AndNot(isLess, isOpen), middle.Load(i), end.Load(i)));
+            }
+        }
+    }
+
+    // From rows to outputs: the row below, and the fraction of the way to the next one.
+    HWY_INLINE void Finish(InverseColumn const& c, float* plane, std::size_t vectors, Numbers& low) const
+    {
+        const D d;
+        const DI di;
+        const VI one = hn::Set(di, 1);
+        Numbers high;
+        for (std::size_t i = 0; i < vectors; ++i)
+        {
+            const VI row = low.Load(i);
+            const VI below = hn::Sub(row, hn::IfThenElseZero(hn::Gt(row, hn::Zero(di)), one));
+            low.Store(i, below);
+            high.Store(i, hn::Min(hn::Add(below, one), hn::Set(di, c.lastRow)));
+        }
+        KeepInMemory(&low);
+        KeepInMemory(&high);
+        for (std::size_t i = 0; i < vectors; ++i)
+        {
+            const V v = hn::Load(d, plane + i * hn::Lanes(d));
+            const V lowValue = Gather<FloatEntry>(d, c.values, low.Row(i));
+            const V highValue = Gather<FloatEntry>(d, c.values, high.Row(i));
+            const V quotient = hn::Div(hn::Sub(v, lowValue), hn::Sub(highValue, lowValue));
+            const V fraction = hn::IfThenElseZero(hn::Gt(highValue, lowValue), quotient);
+            const V row = hn::Add(hn::ConvertTo(d, low.Load(i)), hn::Set(d, c.startOffset));
+            hn::Store(hn::Mul(hn::Add(row, fraction), hn::Set(d, scale)), d, plane + i * hn::Lanes(d));
+        }
     }
 };
 

@@ -73,7 +73,10 @@ struct InterpolateInPairs : Lut1DParameters
         const V upper = hn::IfThenElse(hn::Lt(next, hn::Set(d, maxIndex)), next, hn::Set(d, maxIndex));
         const V delta = hn::Sub(upper, x);
         V difference, high;
-        GatherPairs(d, static_cast<EntryPair const*>(pairs), lower, difference, high);
+        HWY_ALIGN std::int32_t rows[hn::MaxLanes(D())];
+        hn::Store(lower, hn::RebindToSigned<D>(), rows);
+        KeepInMemory(rows);
+        GatherPairs(d, static_cast<EntryPair const*>(pairs), rows, difference, high);
         return hn::Add(hn::Mul(difference, delta), high);
     }
 };

@@ -158,7 +158,7 @@ private:
     void _fill(unsigned int column, Color::Array const& rows, Convert const& convert)
     {
         std::vector<std::byte>& bytes = m_columns[column];
-        bytes.resize(std::size_t{rows.getDimension()} * sizeof(Entry) + kTablePadding);
+        bytes.resize(std::size_t{rows.getDimension()} * sizeof(Entry));
         for (unsigned int i = 0; i < rows.getDimension(); ++i)
         {
             Entry const entry = convert(rows.get(3 * i + column));

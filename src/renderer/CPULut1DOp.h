@@ -17,9 +17,6 @@ struct Lut1DParameters
     float alphaScale;
 };
 
-// Gathers read four bytes from the address of an entry on.
-inline constexpr unsigned int kTablePadding = 4;
-
 // What InterpolatePairs finds in a row: the row's value less the next row's, and the next row's value. The last row is its own
 // next.
 struct EntryPair

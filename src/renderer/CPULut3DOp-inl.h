@@ -233,6 +233,7 @@ HWY_INLINE Channels LookUp3D(float const* entries, Cell const& cell)
     HWY_ALIGN std::int32_t offsets[Cell::kCorners][hn::MaxLanes(D())];
     for (int i = 0; i < Cell::kCorners; ++i)
         hn::Store(cell.corner[i], DI(), offsets[i]);
+    KeepInMemory(offsets);
     return Deinterleave(LookUpRegister<0>(entries, offsets, cell), LookUpRegister<1>(entries, offsets, cell),
                         LookUpRegister<2>(entries, offsets, cell), LookUpRegister<3>(entries, offsets, cell));
 }

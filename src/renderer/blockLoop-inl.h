@@ -28,12 +28,10 @@ HWY_INLINE void CallKernel(Kernel const& kernel, D d, V& r, V& g, V& b, V& a, Im
         kernel(d, r, g, b, a);
 }
 
-// Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
-// image position of the vectors' first pixel, which the others follow in the same row.
-template <class Kernel, class Parameters>
-void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position)
+// Runs a kernel vector by vector.
+template <class Kernel>
+HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position)
 {
-    const Kernel kernel{*static_cast<Parameters const*>(parameters)};
     const hn::ScalableTag<float> d;
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(d));
     for (unsigned int i = 0; i < count; i += lanes)
@@ -48,6 +46,19 @@ void RunOverBlock(void const* parameters, Block& block, unsigned int count, Imag
         hn::Store(blue, d, block.blue + i);
         hn::Store(alpha, d, block.alpha + i);
     }
+}
+
+// Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
+// image position of the vectors' first pixel, which the others follow in the same row. A kernel that works in several steps over
+// many vectors has an operation RunBlock(block, count) instead.
+template <class Kernel, class Parameters>
+void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position)
+{
+    const Kernel kernel{*static_cast<Parameters const*>(parameters)};
+    if constexpr (requires { kernel.RunBlock(block, count); })
+        kernel.RunBlock(block, count);
+    else
+        RunOverVectors(kernel, block, count, position);
 }
 
 } // namespace Rendering::HWY_NAMESPACE
