@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/CPUCDLOp.h"
+#include "renderer/limit-inl.h"
 #include "renderer/vectorMath-inl.h"
 
 #include <hwy/highway.h>
@@ -46,17 +47,18 @@ public:
     HWY_INLINE void Clamp() const
     {
         for (V* v : m_v)
-        {
-            const V raised = hn::IfThenElseZero(hn::Gt(*v, hn::Zero(m_d)), *v);
-            *v = hn::Min(raised, hn::Set(m_d, 1.0F)); // No NaN is left, for which Min would depend on the target.
-        }
+            *v = AtMost(AtLeast(*v, hn::Zero(m_d)), hn::Set(m_d, 1.0F));
     }
 
+    // The clamp and the power: the power's own choice of what is above 0 does for the lower clamp.
     HWY_INLINE void ClampedPower() const
     {
-        Clamp();
         for (int c = 0; c < 3; ++c)
-            *m_v[c] = Power(m_d, *m_v[c], hn::Set(m_d, m_p.power[c]));
+        {
+            const V v = *m_v[c];
+            const V p = PowerOfPositive(m_d, AtMost(v, hn::Set(m_d, 1.0F)), m_p.power[c]);
+            *m_v[c] = hn::IfThenElseZero(hn::Gt(v, hn::Zero(m_d)), p);
+        }
     }
 
     // Negative values pass through.
@@ -65,7 +67,7 @@ public:
         for (int c = 0; c < 3; ++c)
         {
             const V v = *m_v[c];
-            const V p = Power(m_d, v, hn::Set(m_d, m_p.power[c]));
+            const V p = Power(m_d, v, m_p.power[c]);
             *m_v[c] = hn::IfThenElse(hn::Lt(v, hn::Zero(m_d)), v, p);
         }
     }

@@ -25,7 +25,7 @@ struct ExposureContrast : ExposureContrastParameters
     {
         V v = hn::Mul(in, hn::Set(d, inScale));
         if constexpr (kHasContrast)
-            v = Power(d, v, hn::Set(d, contrast));
+            v = Power(d, v, contrast);
         return hn::Mul(v, hn::Set(d, outScale));
     }
 

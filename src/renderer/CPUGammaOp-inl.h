@@ -24,7 +24,7 @@ struct GammaBasic : GammaBasicParameters
     HWY_INLINE V Curve(D d, V in, int channel) const
     {
         const V x = hn::Mul(in, hn::Set(d, inScale));
-        return hn::Mul(Power(d, x, hn::Set(d, exponent[channel])), hn::Set(d, outScale));
+        return hn::Mul(Power(d, x, exponent[channel]), hn::Set(d, outScale));
     }
 
     template <class D, class V>
@@ -44,12 +44,12 @@ struct GammaMoncurve : GammaMoncurveParameters
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {
-        const V exponent = hn::Set(d, gamma[channel]);
         V p;
-        if constexpr (kIsForward)
-            p = hn::Mul(Power(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), exponent), hn::Set(d, depthScale));
+        if constexpr (kIsForward) // Above the break, which is not below 0, there is an offset to be above 0.
+            p = hn::Mul(PowerOfPositive(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]),
+                        hn::Set(d, depthScale));
         else
-            p = hn::Sub(hn::Mul(Power(d, hn::Mul(in, hn::Set(d, depthScale)), exponent), hn::Set(d, scale[channel])),
+            p = hn::Sub(hn::Mul(Power(d, hn::Mul(in, hn::Set(d, depthScale)), gamma[channel]), hn::Set(d, scale[channel])),
                         hn::Set(d, offset[channel]));
         return hn::IfThenElse(hn::Lt(hn::Set(d, breakPoint[channel]), in), p, hn::Mul(in, hn::Set(d, slope[channel])));
     }

@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/CPULogOp.h"
+#include "renderer/limit-inl.h"
 #include "renderer/scaleAndOffset-inl.h"
 #include "renderer/vectorMath-inl.h"
 
@@ -22,8 +23,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <class D, class V>
 HWY_INLINE V FlooredLog2(D d, V x)
 {
-    const V floor = hn::Set(d, 1.17549435e-38F);
-    return Log2(d, hn::IfThenElse(hn::Gt(x, floor), x, floor));
+    return Log2(d, AtLeast(x, hn::Set(d, 1.17549435e-38F)));
 }
 
 // The curves work on red, green and blue alike.
