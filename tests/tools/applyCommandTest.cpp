@@ -245,6 +245,50 @@ TEST_F(ApplyCommand, MissingPictureIsNamed)
                   "tavrin: cannot open 'gone.exr': No such file or directory");
 }
 
+// Linear light: a stop doubles it, a contrast of 1 is exact.
+char const* const kExposureOp = "    <ExposureContrast inBitDepth=\"32f\" outBitDepth=\"32f\" style=\"linear\">\n"
+                                "        <ECParams exposure=\"0\" contrast=\"1\" pivot=\"0.18\"/>\n"
+                                "        %\n"
+                                "    </ExposureContrast>\n";
+
+void writeExposureTransform(std::string const& path, std::string const& dynamicParameters)
+{
+    std::string op = kExposureOp;
+    op.replace(op.find('%'), 1, dynamicParameters);
+    writeText(path,
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ProcessList version=\"1.3\" id=\"test\">\n" + op + "</ProcessList>\n");
+}
+
+PictureFloat greyPicture()
+{
+    PictureFloat picture(2, 2, 3);
+    for (float& sample : picture.samples)
+        sample = 0.25f;
+    return picture;
+}
+
+TEST_F(ApplyCommand, ExposureAndContrastAreSetOnATransformThatLetsThemChange)
+{
+    writeExposureTransform(folder / "view.ctf", "<DynamicParameter param=\"EXPOSURE\"/><DynamicParameter param=\"CONTRAST\"/>");
+    writeExrFile(folder / "in.exr", greyPicture());
+    apply({"view.ctf", "in.exr", "stop.exr", "--exposure", "1"});
+    EXPECT_FLOAT_EQ(readExrFile<float>(folder / "stop.exr").at(1, 1, 2), 0.5f);
+    apply({"none.ctf", "view.ctf", "in.exr", "both.exr", "--exposure=-1", "--contrast", "2"});
+    // (0.125 / 0.18)^2 * 0.18 by a polynomial of four digits
+    EXPECT_NEAR(readExrFile<float>(folder / "both.exr").at(0, 0, 0), 0.125 * 0.125 / 0.18, 1e-4);
+}
+
+TEST_F(ApplyCommand, ExposureOfATransformThatDoesNotLetItChangeIsMisuse)
+{
+    writeExposureTransform(folder / "view.ctf", "<DynamicParameter param=\"CONTRAST\"/>");
+    writeExrFile(folder / "in.exr", greyPicture());
+    expectFailure(run({"apply", "view.ctf", "in.exr", "out.exr", "--exposure", "1"}), 2,
+                  HasSubstr("--exposure: the transform has no dynamic Exposure"));
+    expectFailure(run({"apply", "none.ctf", "in.exr", "out.exr", "--contrast", "1"}), 2,
+                  HasSubstr("--contrast: the transform has no dynamic Contrast"));
+    EXPECT_THAT(folder.names(), testing::Not(testing::Contains("out.exr")));
+}
+
 TEST_F(ApplyCommand, UnknownContentIsRefused)
 {
     writeText(folder / "in.jpg", "\xff\xd8\xff\xe0 not one of ours");

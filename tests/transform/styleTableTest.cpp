@@ -1,13 +1,10 @@
 // Names of styles in both directions, and bounds of parameters.
 #include "transform/styleTable.h"
 
+#include "support/failure.h"
 #include "transform/parameterBounds.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
 
 namespace
 {
@@ -19,32 +16,6 @@ enum class Sample : unsigned int
 };
 
 constexpr Color::StyleTable<Sample, 2> kSamples{"firstFwd", "second"};
-
-Color::ErrorId idOf(std::function<void()> const& action)
-{
-    try
-    {
-        action();
-    }
-    catch (Color::Exception const& exception)
-    {
-        return exception.getId();
-    }
-    return 0;
-}
-
-std::string messageOf(std::function<void()> const& action)
-{
-    try
-    {
-        action();
-    }
-    catch (Color::Exception const& exception)
-    {
-        return exception.getMessage();
-    }
-    return {};
-}
 
 Sample parse(char const* name)
 {
@@ -70,9 +41,9 @@ TEST(StyleTable, FindsNothingForNullEmptyAndOtherTexts)
 
 TEST(StyleTable, RefusesUnknownNamesWithTheTextInTheMessage)
 {
-    EXPECT_EQ(idOf([] { parse("third"); }), 0x290001U);
-    EXPECT_EQ(messageOf([] { parse("third"); }), "Unrecognized Gamma style: third");
-    EXPECT_EQ(messageOf([] { parse(nullptr); }), "Unrecognized Gamma style: ");
+    EXPECT_EQ(failureOf([] { parse("third"); }).id, 0x290001U);
+    EXPECT_EQ(failureOf([] { parse("third"); }).words, "Unrecognized Gamma style: third");
+    EXPECT_EQ(failureOf([] { parse(nullptr); }).words, "Unrecognized Gamma style: ");
 }
 
 TEST(StyleTable, GivesAnEmptyNameToValuesWithoutOne)
@@ -95,25 +66,25 @@ void check(std::vector<double> const& params)
 
 TEST(ParameterBounds, AllowsTheBoundsThemselves)
 {
-    EXPECT_EQ(idOf([] { check({1.0, 0.0}); }), 0U);
-    EXPECT_EQ(idOf([] { check({10.0, 0.9}); }), 0U);
+    EXPECT_EQ(failureOf([] { check({1.0, 0.0}); }).id, 0U);
+    EXPECT_EQ(failureOf([] { check({10.0, 0.9}); }).id, 0U);
 }
 
 TEST(ParameterBounds, NamesTheParameterAndTheBoundThatItPasses)
 {
-    EXPECT_EQ(idOf([] { check({0.5, 0.0}); }), 0x210011U);
-    EXPECT_EQ(messageOf([] { check({0.5, 0.0}); }), "Parameter 0.500000 < lower bound 1.000000");
-    EXPECT_EQ(idOf([] { check({1.0, 1.5}); }), 0x210012U);
-    EXPECT_EQ(messageOf([] { check({1.0, 1.5}); }), "Parameter 1.500000 > upper bound 0.900000");
+    EXPECT_EQ(failureOf([] { check({0.5, 0.0}); }).id, 0x210011U);
+    EXPECT_EQ(failureOf([] { check({0.5, 0.0}); }).words, "Parameter 0.500000 < lower bound 1.000000");
+    EXPECT_EQ(failureOf([] { check({1.0, 1.5}); }).id, 0x210012U);
+    EXPECT_EQ(failureOf([] { check({1.0, 1.5}); }).words, "Parameter 1.500000 > upper bound 0.900000");
 }
 
 TEST(ParameterBounds, ReportsTheFirstParameterThatFails)
 {
-    EXPECT_EQ(messageOf([] { check({11.0, -1.0}); }), "Parameter 11.000000 > upper bound 10.000000");
+    EXPECT_EQ(failureOf([] { check({11.0, -1.0}); }).words, "Parameter 11.000000 > upper bound 10.000000");
 }
 
 TEST(ParameterBounds, RefusesAnotherNumberOfParametersWithTheRightOne)
 {
-    EXPECT_EQ(idOf([] { check({1.0}); }), 0x290002U);
-    EXPECT_EQ(messageOf([] { check({1.0, 0.0, 0.0}); }), "The specified Gamma style must have 2 parameters");
+    EXPECT_EQ(failureOf([] { check({1.0}); }).id, 0x290002U);
+    EXPECT_EQ(failureOf([] { check({1.0, 0.0, 0.0}); }).words, "The specified Gamma style must have 2 parameters");
 }

@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <thread>
 
 namespace Program
@@ -26,8 +27,22 @@ struct Options
     std::optional<Tavrin::BitDepth> depth;
     unsigned int threads = 0;
     Tavrin::OptimizerFlags optimizerFlags = Tavrin::OPTIMIZER_DEFAULT_THRESHOLD;
+    std::optional<double> exposure;
+    std::optional<double> contrast;
     bool quiet = false;
 };
+
+void setDynamicValue(Tavrin::TransformPtr const& transform, Tavrin::DynamicProperty::Ids id, std::optional<double> const& value,
+                     char const* option)
+{
+    if (!value)
+        return;
+    Tavrin::DynamicProperty property(id, *value);
+    // Reading it tells whether the transform has it.
+    if (!transform->getDynamicProperty(property))
+        fail<UsageFailure>("{}: the transform has no dynamic {}", option, Tavrin::DynamicProperty::getName(id));
+    check(transform->setDynamicProperty({id, *value}), option);
+}
 
 void apply(Options const& options)
 {
@@ -40,6 +55,8 @@ void apply(Options const& options)
 
     ImageType const& outType = typeForWriting(outPath);
     const Tavrin::TransformPtr transform = loadTransforms(transformPaths);
+    setDynamicValue(transform, Tavrin::DynamicProperty::EXPOSURE, options.exposure, "--exposure");
+    setDynamicValue(transform, Tavrin::DynamicProperty::CONTRAST, options.contrast, "--contrast");
     Progress progress(!options.quiet);
     Image source = readImage(inPath, progress.step("reading", 0));
     const Tavrin::PixelFormat inFormat = source.format;
@@ -76,6 +93,11 @@ void setUp(CLI::App& command)
                     "Optimizer flags: the lowest priority of what is\nsimplified, 90 by default; above 100 nothing is")
         ->check(CLI::Range(1u, 0xffffffffu))
         ->option_text("N");
+    command
+        .add_option("--exposure", options->exposure,
+                    "Exposure in stops, where the transforms let it\nchange (a DynamicParameter of their file)")
+        ->option_text("E");
+    command.add_option("--contrast", options->contrast, "Contrast, likewise; 1 changes nothing")->option_text("C");
     addQuietOption(command, options->quiet);
     command.callback([options] { apply(*options); });
 }
@@ -89,7 +111,8 @@ const Command applyCommand = {"apply", "Put a picture through transforms",
                               "when the file type has it.\n\n"
                               "Examples:\n"
                               "  tavrin apply look.ctf in.exr out.png\n"
-                              "  tavrin apply exposure.ctf look.ctf in.dpx out.tif --depth 16i",
+                              "  tavrin apply exposure.ctf look.ctf in.dpx out.tif --depth 16i\n"
+                              "  tavrin apply viewing.ctf in.exr out.png --exposure -0.5 --contrast 1.2",
                               setUp};
 
 } // namespace Program
