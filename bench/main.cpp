@@ -12,6 +12,7 @@
 
 namespace Bench
 {
+void addGrades();
 void addLinear();
 void addLooks();
 void addTables();
@@ -90,6 +91,7 @@ int main(int argc, char** argv)
     benchmark::Initialize(&count, arguments.data());
     addMemcpy();
     Bench::addLinear();
+    Bench::addGrades();
     Bench::addLooks();
     Bench::addTables();
     TableReporter reporter;

@@ -1,7 +1,7 @@
 // Renderers of the matrix: a diagonal one needs no cross terms, one without offsets no additions.
 #include "renderer/CPUMatrixOp.h"
 
-#include "renderer/kernelsArithmetic.h"
+#include "renderer/appendRenderer.h"
 #include "renderer/opRenderers.h"
 #include "transform/matrixOp.h"
 
@@ -12,12 +12,6 @@ namespace
 {
 
 using Color::MatrixOp;
-
-template <RendererKind kKind, ArithmeticKernel kKernel, class Parameters>
-void append(MatrixOp const& op, TransformProcessor& processor, Parameters const& parameters)
-{
-    processor.append(std::make_unique<StaticRenderer<kKind, Parameters>>(op, getArithmeticKernel(kKernel), parameters));
-}
 
 template <class Parameters>
 void readScales(MatrixOp const& op, Parameters& parameters)
@@ -52,11 +46,11 @@ void appendDiagonal(MatrixOp const& op, TransformProcessor& processor)
         ScaleWithOffsetParameters parameters;
         readScales(op, parameters);
         readOffsets(op, parameters);
-        return append<RendererKind::ScaleWithOffsetRenderer, ArithmeticKernel::ScaleWithOffset>(op, processor, parameters);
+        return appendStatic<RendererKind::ScaleWithOffsetRenderer>(op, processor, ArithmeticKernel::ScaleWithOffset, parameters);
     }
     ScaleParameters parameters;
     readScales(op, parameters);
-    append<RendererKind::ScaleRenderer, ArithmeticKernel::Scale>(op, processor, parameters);
+    appendStatic<RendererKind::ScaleRenderer>(op, processor, ArithmeticKernel::Scale, parameters);
 }
 
 } // namespace
@@ -70,11 +64,11 @@ void MatrixRenderer::addAlgorithm(MatrixOp const& op, TransformProcessor& proces
         MatrixWithOffsetParameters parameters;
         readColumns(op, parameters);
         readOffsets(op, parameters);
-        return append<RendererKind::MatrixWithOffsetRenderer, ArithmeticKernel::MatrixWithOffset>(op, processor, parameters);
+        return appendStatic<RendererKind::MatrixWithOffsetRenderer>(op, processor, ArithmeticKernel::MatrixWithOffset, parameters);
     }
     MatrixParameters parameters;
     readColumns(op, parameters);
-    append<RendererKind::MatrixRenderer, ArithmeticKernel::Matrix>(op, processor, parameters);
+    appendStatic<RendererKind::MatrixRenderer>(op, processor, ArithmeticKernel::Matrix, parameters);
 }
 
 } // namespace Rendering

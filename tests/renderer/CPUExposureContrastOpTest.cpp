@@ -60,15 +60,15 @@ private:
 
     float linear(float in) const
     {
-        float q = static_cast<float>(pivot());
+        double p = pivot();
         float e = std::pow(2.0F, static_cast<float>(settings.exposure));
         if (style == Style::Video)
         {
-            q = std::pow(q, 0.5464481F);
+            p = std::pow(static_cast<float>(p), 0.5464481F);
             e = std::pow(e, 0.5464481F);
         }
-        float const a = e / (inRange * q);
-        float const b = outRange * q;
+        float const a = e / static_cast<float>(inRange * p);
+        float const b = static_cast<float>(outRange * p);
         return contrast() == 1.0F ? in * a * b : PolynomialModel::power(in * a, contrast()) * b;
     }
 

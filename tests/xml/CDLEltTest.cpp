@@ -52,26 +52,26 @@ TEST(CDLElement, ReadsNumbersWithCommasAndOverSeveralLines)
 TEST(CDLElement, WantsThreeNumbersEach)
 {
     EXPECT_EQ(failureOfDocument(cdl(sop("1 1", "0 0 0", "1 1 1"))),
-              (Failure{0x42001e, "SOPNode: 3 values required at 'Slope' line 1: "}));
+              (Failure{0x42001e, "SOPNode: 3 values required at 'Slope' line 0: "}));
     EXPECT_EQ(failureOfDocument(cdl(sop("1 1 1", "0 0 0 0", "1 1 1"))),
-              (Failure{0x42001e, "SOPNode: 3 values required at 'Offset' line 1: "}));
+              (Failure{0x42001e, "SOPNode: 3 values required at 'Offset' line 0: "}));
     EXPECT_EQ(failureOfDocument(cdl(sop("1 1 1", "0 0 0", "one"))),
-              (Failure{0x42000e, "Illegal values 'one' in 'Power' line 1: "}));
+              (Failure{0x42000e, "Illegal values 'one' in 'Power' line 0: "}));
 }
 
 TEST(CDLElement, WantsSlopeOffsetAndPower)
 {
-    EXPECT_EQ(failureOfDocument(cdl("<SOPNode/>")), (Failure{0x42001f, "SOPNode: slope required at 'SOPNode' line 1: "}));
+    EXPECT_EQ(failureOfDocument(cdl("<SOPNode/>")), (Failure{0x42001f, "SOPNode: slope required at 'SOPNode' line 0: "}));
     EXPECT_EQ(failureOfDocument(cdl("<SOPNode><Slope>1 1 1</Slope></SOPNode>")),
-              (Failure{0x420020, "SOPNode: offset required at 'SOPNode' line 1: "}));
+              (Failure{0x420020, "SOPNode: offset required at 'SOPNode' line 0: "}));
     EXPECT_EQ(failureOfDocument(cdl("<SOPNode><Slope>1 1 1</Slope><Offset>0 0 0</Offset></SOPNode>")),
-              (Failure{0x420021, "SOPNode: power required at 'SOPNode' line 1: "}));
+              (Failure{0x420021, "SOPNode: power required at 'SOPNode' line 0: "}));
 }
 
 TEST(CDLElement, WantsOneSaturation)
 {
     EXPECT_EQ(failureOfDocument(cdl("<SatNode><Saturation>1 2</Saturation></SatNode>")),
-              (Failure{0x420022, "SatNode: non-single value at 'Saturation' line 1: "}));
+              (Failure{0x420022, "SatNode: non-single value at 'Saturation' line 0: "}));
 }
 
 TEST(CDLElement, TakesDescriptionsOfItsNodes)

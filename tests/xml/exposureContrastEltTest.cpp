@@ -52,15 +52,15 @@ TEST(ExposureContrastElement, OtherOperatorsHaveNoExposure)
 TEST(ExposureContrastElement, TellsTheFirstNumberThatIsMissing)
 {
     EXPECT_EQ(failureOfDocument(ec("<ECParams pivot='0.18'/>")),
-              (Failure{0x420014, "Param 'exposure' required for style 'linear', 'ECParams' line 1: "}));
+              (Failure{0x420014, "Param 'exposure' required for style 'linear', 'ECParams' line 0: "}));
     EXPECT_EQ(failureOfDocument(ec("<ECParams exposure='0' contrast='1'/>", "video")),
-              (Failure{0x420014, "Param 'pivot' required for style 'video', 'ECParams' line 1: "}));
+              (Failure{0x420014, "Param 'pivot' required for style 'video', 'ECParams' line 0: "}));
 }
 
 TEST(ExposureContrastElement, WantsAStyleThatItKnows)
 {
     EXPECT_EQ(failureOfDocument(opDocument("1.3", "ExposureContrast", "", "")),
-              (Failure{0x420006, "Required attribute 'style' missing in 'Exposure/Contrast' line 1: "}));
+              (Failure{0x420006, "Required attribute 'style' missing in 'Exposure/Contrast' line 0: "}));
     EXPECT_EQ(failureOfDocument(ec("", "film")), (Failure{0x2a0001, "Unrecognized E/C style: film"}));
 }
 

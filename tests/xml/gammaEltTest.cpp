@@ -55,25 +55,25 @@ TEST(GammaElement, FillsAMissingAlphaWithTheIdentity)
 TEST(GammaElement, HasNoAlphaBeforeVersion15)
 {
     EXPECT_EQ(failureOfDocument(gamma("basicFwd", "<GammaParams channel='A' gamma='2'/>", "1.4")),
-              (Failure{0x420013, "Illegal 'GammaParams' channel attribute 'A' line 1: "}));
+              (Failure{0x420013, "Illegal 'GammaParams' channel attribute 'A' line 0: "}));
     EXPECT_EQ(failureOfDocument(gamma("basicFwd", "<GammaParams channel='RGB' gamma='2'/>")).id, 0x420013U);
 }
 
 TEST(GammaElement, WantsAStyleThatItKnows)
 {
     EXPECT_EQ(failureOfDocument(opDocument("1.5", "Gamma", "", "")),
-              (Failure{0x420006, "Required attribute 'style' missing in 'Gamma' line 1: "}));
+              (Failure{0x420006, "Required attribute 'style' missing in 'Gamma' line 0: "}));
     EXPECT_EQ(failureOfDocument(gamma("sqrt", "")), (Failure{0x290001, "Unrecognized Gamma style: sqrt"}));
 }
 
 TEST(GammaElement, TellsNumbersThatAreMissingOrHaveNoPlaceInTheStyle)
 {
     EXPECT_EQ(failureOfDocument(gamma("basicFwd", "<GammaParams/>")),
-              (Failure{0x420014, "Param 'gamma' required for style 'basicFwd', 'GammaParams' line 1: "}));
+              (Failure{0x420014, "Param 'gamma' required for style 'basicFwd', 'GammaParams' line 0: "}));
     EXPECT_EQ(failureOfDocument(gamma("basicRev", "<GammaParams gamma='2' offset='0'/>")),
-              (Failure{0x420015, "Param 'offset' not allowed in style 'basicRev', 'GammaParams' line 1: "}));
+              (Failure{0x420015, "Param 'offset' not allowed in style 'basicRev', 'GammaParams' line 0: "}));
     EXPECT_EQ(failureOfDocument(gamma("moncurveFwd", "<GammaParams gamma='2'/>")),
-              (Failure{0x420014, "Param 'offset' required for style 'moncurveFwd', 'GammaParams' line 1: "}));
+              (Failure{0x420014, "Param 'offset' required for style 'moncurveFwd', 'GammaParams' line 0: "}));
     EXPECT_EQ(failureOfDocument(gamma("moncurveFwd", "<GammaParams offset='0.1'/>")).id, 0x420014U);
 }
 

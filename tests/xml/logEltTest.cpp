@@ -43,21 +43,21 @@ TEST(LogElement, ReadsEachChannelAlone)
     EXPECT_EQ(op.getGrnParams()[0], 0.7);
     EXPECT_EQ(op.getBluParams()[0], 0.8);
     EXPECT_EQ(failureOfDocument(logDocument("linToLog", params("A", "1"))),
-              (Failure{0x420013, "Illegal 'LogParams' channel attribute 'A' line 1: "}));
+              (Failure{0x420013, "Illegal 'LogParams' channel attribute 'A' line 0: "}));
 }
 
 TEST(LogElement, TellsTheFirstNumberThatIsMissing)
 {
     EXPECT_EQ(failureOfDocument(logDocument("linToLog", "<LogParams shadow='0'/>")),
-              (Failure{0x420014, "Param 'gamma' required for style 'linToLog', 'LogParams' line 1: "}));
+              (Failure{0x420014, "Param 'gamma' required for style 'linToLog', 'LogParams' line 0: "}));
     EXPECT_EQ(failureOfDocument(logDocument("linToLog", "<LogParams gamma='1' refWhite='685' refBlack='95' highlight='1'/>")),
-              (Failure{0x420014, "Param 'shadow' required for style 'linToLog', 'LogParams' line 1: "}));
+              (Failure{0x420014, "Param 'shadow' required for style 'linToLog', 'LogParams' line 0: "}));
 }
 
 TEST(LogElement, WantsAStyleThatItKnows)
 {
     EXPECT_EQ(failureOfDocument(opDocument("1.3", "Log", "", "")),
-              (Failure{0x420006, "Required attribute 'style' missing in 'Log' line 1: "}));
+              (Failure{0x420006, "Required attribute 'style' missing in 'Log' line 0: "}));
     EXPECT_EQ(failureOfDocument(logDocument("ln", "")), (Failure{0x2b0002, "Unrecognized Log style: ln"}));
     EXPECT_EQ(failureOfDocument(logDocument("", "")), (Failure{0x2b0001, "Invalid Log style"}));
 }

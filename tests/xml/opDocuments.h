@@ -13,7 +13,7 @@
 namespace XmlTest
 {
 
-// All on line 1. Attributes are further ones of the operator.
+// For a buffer, whose lines all have the number 0. Attributes are further ones of the operator.
 inline std::string opDocument(std::string const& version, std::string const& tag, std::string const& attributes,
                               std::string const& content)
 {
