@@ -70,7 +70,7 @@ HWY_INLINE V Log2(D d, V x)
     const auto bits = hn::BitCast(du, x);
     const auto exponentField = hn::Set(du, 0x7f800000U);
     const V m = hn::BitCast(d, hn::Or(hn::AndNot(exponentField, bits), hn::Set(du, 0x3f800000U)));
-    const auto exponent = hn::Sub(hn::BitCast(di, hn::ShiftRight<23>(bits)), hn::Set(di, 127)); // The sign is 0.
+    const auto exponent = hn::Sub(hn::BitCast(di, hn::ShiftRight<23>(hn::And(bits, exponentField))), hn::Set(di, 127));
 
     V p = hn::Sub(hn::Mul(hn::Set(d, 0.044873614F), m), hn::Set(d, 0.41656372F));
     p = hn::Add(hn::Mul(p, m), hn::Set(d, 1.6311488F));

@@ -10,6 +10,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <bit>
+
 using namespace RendererHarness;
 using Color::LogOp;
 using testing::ElementsAre;

@@ -1,56 +1,18 @@
-// The shared power, exponential and logarithm, written out for one number, as a witness for those on vectors; and how far they may
-// be from the functions that they stand for.
+// The shared power, exponential and logarithm for one number, and how far they may be from the functions that they stand for.
 #ifndef TAVRIN_TESTS_RENDERER_POLYNOMIAL_MODEL_H
 #define TAVRIN_TESTS_RENDERER_POLYNOMIAL_MODEL_H
 
+#include "renderer/plainVectorMath.h"
+
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <limits>
 
 namespace PolynomialModel
 {
 
-// Every operation is rounded to single precision, in the order in which it stands.
-inline float exp2(float x)
-{
-    if (std::isnan(x))
-        return x;
-    if (x > 1000.0F || x < -1000.0F) // Whole numbers beyond these need not fit an integer.
-        return x > 0.0F ? std::numeric_limits<float>::infinity() : 0.0F;
-    int i = static_cast<int>(x);
-    if (!(x >= 0.0F))
-        --i;
-    float const f = x - static_cast<float>(i);
-    float p = 0.013534168F * f + 0.05201146F;
-    p = p * f + 0.24144275F;
-    p = p * f + 0.69300383F;
-    p = p * f + 1.0000026F;
-    if (static_cast<float>(i) < -126.0F)
-        return 0.0F;
-    if (static_cast<float>(i) > 127.0F)
-        return std::numeric_limits<float>::infinity();
-    return std::bit_cast<float>(static_cast<std::uint32_t>(127 + i) << 23) * p;
-}
-
-inline float log2(float x)
-{
-    std::uint32_t const bits = std::bit_cast<std::uint32_t>(x);
-    float const m = std::bit_cast<float>((bits & ~0x7f800000U) | 0x3f800000U);
-    float const k = static_cast<float>(static_cast<int>((bits & 0x7f800000U) >> 23) - 127);
-    float p = 0.044873614F * m - 0.41656372F;
-    p = p * m + 1.6311488F;
-    p = p * m - 3.550793F;
-    p = p * m + 5.091711F;
-    p = p * m - 2.800364F;
-    return p + k;
-}
-
-inline float power(float x, float e)
-{
-    return x > 0.0F ? exp2(e * log2(x)) : 0.0F;
-}
+using PlainVectorMath::exp2;
+using PlainVectorMath::log2;
+using PlainVectorMath::power;
 
 // Half a unit in the last place of a number between 0.5 and 1: the largest relative error of one rounding.
 constexpr double kRounding = 0x1p-24;
