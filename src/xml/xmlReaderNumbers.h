@@ -24,8 +24,8 @@ std::size_t findDelim(std::string_view text, std::size_t position);
 std::string truncateString(std::string_view text);
 
 // The number at the start of a text, as sscanf reads it in the C locale whatever the locale of the process: white space before
-// it is passed over, what follows a number is not looked at ("12abc" is 12), "inf", "infinity" and "nan" are numbers in any case and
-// with any sign, hexadecimal ones too, and a value beyond the range is an infinity. False when there is no number.
+// it is passed over, what follows a number is not looked at ("12abc" is 12), "inf", "infinity" and "nan" are numbers in any case
+// and with any sign, hexadecimal ones too, and a value beyond the range is an infinity. False when there is no number.
 bool scanNumber(std::string_view text, float& value);
 bool scanNumber(std::string_view text, double& value);
 
