@@ -77,11 +77,10 @@ std::vector<std::string> Metadata::getItemsNames() const
     return names;
 }
 
-void Metadata::assignContent(Metadata const& other)
+void Metadata::assignContent(Metadata other)
 {
-    Metadata copy(other); // The other one may be an item of this one.
-    m_value = std::move(copy.m_value);
-    m_items = std::move(copy.m_items);
+    m_value = std::move(other.m_value);
+    m_items = std::move(other.m_items);
 }
 
 void Metadata::clear()

@@ -44,7 +44,7 @@ public:
     std::vector<std::string> getItemsNames() const;
 
     // Takes over value and items of another node and keeps the name; both may stand, as text before children in a file does.
-    void assignContent(Metadata const& other);
+    void assignContent(Metadata other);
 
     void clear();
 

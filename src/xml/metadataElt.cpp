@@ -35,14 +35,15 @@ Metadata MetadataElt::takeMetadata()
 
 void MetadataElt::_setItem(Metadata item)
 {
-    auto const [position, isNew] = m_items.try_emplace(item.getName(), nullptr);
-    if (isNew)
+    auto const known = m_items.find(item.getName());
+    if (known == m_items.end())
     {
-        position->second = &m_metadata.append(std::move(item));
+        Metadata& added = m_metadata.append(std::move(item));
+        m_items.emplace(added.getName(), &added);
     }
     else
     {
-        position->second->assignContent(item);
+        known->second->assignContent(std::move(item));
     }
 }
 

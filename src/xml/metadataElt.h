@@ -6,6 +6,7 @@
 #include "xml/xmlReaderElements.h"
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace Color::Xml::Reader
@@ -32,7 +33,7 @@ private:
 
     Metadata m_metadata;
     std::string m_value;
-    std::unordered_map<std::string, Metadata*> m_items; // Of the metadata, by name: strangers' files may have very many.
+    std::unordered_map<std::string_view, Metadata*> m_items; // The metadata's, by their names: strangers' files may have very many.
 };
 
 class InfoElt : public MetadataElt

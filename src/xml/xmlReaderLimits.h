@@ -19,9 +19,9 @@ inline constexpr std::uint64_t kArrayValues = std::uint64_t{1} << 24;
 // Bytes of text between two tags on one line.
 inline constexpr std::size_t kLineText = std::size_t{1} << 28;
 
-// Bytes that the parser may scan more than once: in all, and on top for each byte of the document. A second's work at most.
-inline constexpr std::uint64_t kRescannedBytes = std::uint64_t{1} << 28;
-inline constexpr std::uint64_t kRescannedPerByte = 16;
+// Bytes that the parser may scan more than once: in all, and on top for each byte of the document. A fraction of a second's work.
+inline constexpr std::uint64_t kRescannedBytes = std::uint64_t{1} << 27;
+inline constexpr std::uint64_t kRescannedPerByte = 8;
 
 } // namespace Color::Xml::Reader::Limits
 

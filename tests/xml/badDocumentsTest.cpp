@@ -75,7 +75,7 @@ TEST(BadDocuments, MayEndAnywhere)
 TEST(BadDocuments, MayHaveAnyByteAnywhere)
 {
     std::mt19937 random(20240607);
-    for (int i = 0; i < 1500; ++i)
+    for (int i = 0; i < 800; ++i)
     {
         std::string document = kDocument;
         for (unsigned int changes = 1 + random() % 3; changes > 0; --changes)
@@ -87,7 +87,7 @@ TEST(BadDocuments, MayHaveAnyByteAnywhere)
 TEST(BadDocuments, MayHavePartsTwiceOrNotAtAll)
 {
     std::mt19937 random(20240608);
-    for (int i = 0; i < 1500; ++i)
+    for (int i = 0; i < 800; ++i)
     {
         std::string document = kDocument;
         std::string const part = document.substr(random() % document.size(), random() % 80);
@@ -102,7 +102,7 @@ TEST(BadDocuments, MayHavePartsTwiceOrNotAtAll)
 TEST(BadDocuments, MayBeNoDocumentsAtAll)
 {
     std::mt19937 random(20240609);
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 400; ++i)
     {
         std::string bytes(random() % 5000, '\0');
         for (char& byte : bytes)
@@ -176,7 +176,7 @@ TEST(BadDocuments, MayHaveVeryLongLines)
     EXPECT_EQ(transformOf(inRoot("<Range inBitDepth='8i' outBitDepth='8i' name='" + text + "'/>"))->getOps().get(0).getName(),
               text);
     EXPECT_EQ(transformOf("<!--" + text + "-->" + inRoot(kIdentityRange))->getOps().size(), 1U);
-    EXPECT_EQ(readFile(text).failure.id, 0x410002U);
+    EXPECT_EQ(readFile(text).failure, (Failure{0x420001, "XML Parsing error (markup too long) line 1: <file>"}));
     EXPECT_EQ(readFile("<ProcessList id='a'><" + text).failure.id, 0x420004U);
     EXPECT_EQ(readFile(inRoot("<" + text + "/>" + kIdentityRange)).failure, Failure());
     EXPECT_EQ(readFile(inRoot("<Matrix inBitDepth='8i' outBitDepth='8i'><Array dim='3 3 3'>" + text + "</Array></Matrix>")).failure,

@@ -239,6 +239,14 @@ TEST(Documents, ThatDoNotBeginAreEmpty)
     EXPECT_THAT(eventsOfBuffer(""), IsEmpty());
 }
 
+// The parser is never told that a document has ended, so a second one is more of the first.
+TEST(Documents, NeedAReaderEach)
+{
+    NotingReader reader;
+    EXPECT_EQ(readLines(reader, "<a/>"), Failure());
+    EXPECT_EQ(readLines(reader, "\n<a/>"), parsingError("junk after document element", 2));
+}
+
 TEST(Documents, TellTheTextBeforeTheErrorBehindIt)
 {
     NotingReader reader;
