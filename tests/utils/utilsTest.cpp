@@ -284,7 +284,8 @@ TEST(SystemLayer, SendsStandardOutputToAFileAndBackToTheTerminal)
     std::string const path = folder.file("output");
     int terminal = -1;
     pid_t const child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
-    ASSERT_GE(child, 0);
+    if (child < 0)
+        GTEST_SKIP() << "this machine has no pseudo terminals";
     if (child == 0)
     {
         System::redirectStdoutToFile(path.c_str());
