@@ -41,7 +41,7 @@ void XMLTransformReader::Impl::parseFile(std::string const& path)
     readFile(path);
     if (!m_transform)
     {
-        throw failure(ErrorIds::kTransformFileInvalid, Module::kXml, path);
+        throw failure(ErrorIds::kTransformFileInvalid, Module::kXmlReader, path);
     }
     if (m_transform->getOps().empty())
     {
@@ -55,7 +55,7 @@ void XMLTransformReader::Impl::parseBuffer(std::string const& text)
     readBuffer(text);
     if (!m_transform)
     {
-        throw failure(ErrorIds::kTransformInvalid, Module::kXml);
+        throw failure(ErrorIds::kTransformInvalid, Module::kXmlReader);
     }
 }
 

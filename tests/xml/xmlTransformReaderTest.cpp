@@ -78,6 +78,16 @@ TEST(TransformFiles, WithAnotherRootHoldNoTransform)
     EXPECT_EQ(readBuffer("<a/>").failure, (Failure{0x410001, "Transform invalid"}));
 }
 
+TEST(TransformFiles, TellTheLogWhoFoundTheFault)
+{
+    for (std::string const document : {"<a/>", "<a>", "<ProcessList/>"})
+    {
+        LogCapture const log;
+        readBuffer(document);
+        EXPECT_THAT(textsOf(log).back(), HasSubstr("): COLOR:XML:READER: ")) << document;
+    }
+}
+
 TEST(TransformFiles, SkipOperatorsUnderAnotherRootOrAsTheRoot)
 {
     EXPECT_EQ(failureOfFile("<a>" + kIdentityRange + "</a>"), (Failure{0x410002, "Transform invalid: '<file>'"}));
