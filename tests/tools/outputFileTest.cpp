@@ -34,7 +34,7 @@ TEST_P(OutputFiles, AFullDiskLeavesTheOldFile)
     // The picture needs more than that in every type.
     const Outcome outcome = runProgram(folder, {"apply", "none.ctf", "in.exr", out}, 2500);
     expectFailure(outcome, 1, "tavrin: cannot write '" + out + "': File too large");
-    EXPECT_EQ(readText(folder / out), "something old");
+    EXPECT_TRUE(readText(folder / out) == "something old");
     EXPECT_THAT(folder.names(), ElementsAre("in.exr", "none.ctf", out));
 }
 
@@ -118,7 +118,7 @@ TEST_F(OutputFile, ThatIsInterruptedLeavesNothingBehind)
     const std::vector<std::string> arguments = {"chart", "out.png", "--size", "3000x3000"};
     EXPECT_EQ(interruptProgram(folder, arguments, ".tavrin-", SIGTERM), SIGTERM);
     EXPECT_THAT(folder.names(), ElementsAre("in.exr", "none.ctf", "out.png"));
-    EXPECT_EQ(readText(folder / "out.png"), "something old");
+    EXPECT_TRUE(readText(folder / "out.png") == "something old");
 }
 
 TEST_F(OutputFile, IsNotBegunWhenAReadFails)
