@@ -51,8 +51,9 @@ float above(float value)
 template <class Elt>
 bool reads(OpType type, float version)
 {
-    std::unique_ptr<OpElt> const element = OpElt::getReader(type, version);
-    return element && typeid(*element) == typeid(Elt);
+    std::unique_ptr<OpElt> const owner = OpElt::getReader(type, version);
+    OpElt const* const element = owner.get(); // clang warns of a typeid whose operand calls something
+    return element != nullptr && typeid(*element) == typeid(Elt);
 }
 
 } // namespace
