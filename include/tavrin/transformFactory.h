@@ -54,6 +54,15 @@ TAVRIN_API TavStatus Create3DLutTransformFromFloat(BitDepth input, BitDepth outp
 // failure the handle stays as it was.
 TAVRIN_API TavStatus CreateDitherTransform(BitDepth input, BitDepth output, BitDepth ditherDepth, TransformPtr& transform);
 
+// One reference to the transform file at a path, between two depths. A relative path needs a base path; an absolute one ignores it.
+// The path can't be null or empty. On failure the handle stays as it was.
+TAVRIN_API TavStatus CreateReferenceTransformFromPath(BitDepth input, BitDepth output, char const* path, BasePath basePath,
+                                                      TransformPtr& transform);
+
+// One reference to the transform file that the preferences know by an alias. The alias can't be null or empty. On failure the
+// handle stays as it was.
+TAVRIN_API TavStatus CreateReferenceTransformFromAlias(BitDepth input, BitDepth output, char const* alias, TransformPtr& transform);
+
 // A new copy of a transform that comes with the library. On failure, for a type that does not exist, the handle stays as it was.
 TAVRIN_API TavStatus createStockTransform(StockTransform type, TransformPtr& transform);
 

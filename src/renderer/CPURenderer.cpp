@@ -56,20 +56,12 @@ private:
 
 using AddAlgorithm = void (*)(Op const& op, TransformProcessor& processor);
 
-// What an operator without renderers gives: a reference that was not flattened can't be rendered.
-[[noreturn]] void refuseUnresolved(Op const&, TransformProcessor&)
-{
-    throw Color::failure(ErrorIds::kUnresolvedTransform, Module::kRenderer);
-}
-
 constexpr std::array kFamilies = {
 #define TAVRIN_OP(number, Class, name, Family)                   \
     AddAlgorithm([](Op const& op, TransformProcessor& processor) \
                  { Family::addAlgorithm(static_cast<Color::Class const&>(op), processor); }),
-#define TAVRIN_OP_RESERVED(number, Class) AddAlgorithm(refuseUnresolved),
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
 };
 
 void addProcessor(Op const& op, TransformProcessor& processor)

@@ -7,10 +7,8 @@
 namespace Color
 {
 #define TAVRIN_OP(number, Class, name, Family) class Class;
-#define TAVRIN_OP_RESERVED(number, Class)
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
 } // namespace Color
 
 namespace Rendering
@@ -22,10 +20,8 @@ namespace Rendering
     {                                                                                    \
         static void addAlgorithm(Color::Class const& op, TransformProcessor& processor); \
     };
-#define TAVRIN_OP_RESERVED(number, Class)
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
 
 } // namespace Rendering
 

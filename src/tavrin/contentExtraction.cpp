@@ -68,6 +68,17 @@ void addOwnEntries(Callbacks& callbacks, Color::RangeOp const& range)
     }
 }
 
+void addOwnEntries(Callbacks& callbacks, Color::ReferenceOp const& reference)
+{
+    if (!reference.getAlias().empty())
+    {
+        addEntry(callbacks, "Alias", reference.getAlias());
+        return;
+    }
+    addEntry(callbacks, "Base Path", getBasePathName(reference.getBasePath()));
+    addEntry(callbacks, "Path", reference.getPath());
+}
+
 void addOwnEntries(Callbacks& callbacks, Color::GammaOp const& gamma)
 {
     addEntry(callbacks, "Gamma Style", Color::GammaOp::getGammaStyleName(gamma.getGammaStyle()));
@@ -169,10 +180,8 @@ constexpr std::array kOwnEntries = {
 #define TAVRIN_OP(number, Class, name, Family)                  \
     AddOwnEntries([](Callbacks& callbacks, Color::Op const& op) \
                   { addOwnEntries(callbacks, static_cast<Color::Class const&>(op)); }),
-#define TAVRIN_OP_RESERVED(number, Class) AddOwnEntries([](Callbacks&, Color::Op const&) {}),
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
 };
 
 void extractOp(Color::Op const& op, Callbacks& callbacks)

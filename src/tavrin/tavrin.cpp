@@ -72,6 +72,27 @@ TavStatus CreateDitherTransform(BitDepth input, BitDepth output, BitDepth dither
     return Color::statusOf([&] { transform.reset(new Impl::Transform(Color::CreateDitherTransform(input, output, ditherDepth))); });
 }
 
+TavStatus CreateReferenceTransformFromPath(BitDepth input, BitDepth output, char const* path, BasePath basePath,
+                                           TransformPtr& transform)
+{
+    return Color::statusOf(
+        [&]
+        {
+            requireParameter(path, "path");
+            transform.reset(new Impl::Transform(Color::CreateReferenceTransformFromPath(input, output, path, basePath)));
+        });
+}
+
+TavStatus CreateReferenceTransformFromAlias(BitDepth input, BitDepth output, char const* alias, TransformPtr& transform)
+{
+    return Color::statusOf(
+        [&]
+        {
+            requireParameter(alias, "alias");
+            transform.reset(new Impl::Transform(Color::CreateReferenceTransformFromAlias(input, output, alias)));
+        });
+}
+
 TavStatus createStockTransform(StockTransform type, TransformPtr& transform)
 {
     return Color::statusOf(

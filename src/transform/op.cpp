@@ -27,13 +27,10 @@ float depthRatio(BitDepth numerator, BitDepth denominator)
 
 std::string const& getOpTypeName(Op::OpType type)
 {
-    // The number of an operator without a class has no name.
     static auto const names = std::to_array<std::string>({
 #define TAVRIN_OP(number, Class, name, Family) name,
-#define TAVRIN_OP_RESERVED(number, Class) "",
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
     });
     return names.at(static_cast<std::size_t>(type));
 }

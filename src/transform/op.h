@@ -25,10 +25,8 @@ public:
     enum class OpType : unsigned int
     {
 #define TAVRIN_OP(number, Class, name, Family) Class = number,
-#define TAVRIN_OP_RESERVED(number, Class) Class = number,
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
     };
 
     Op(BitDepth in, BitDepth out);

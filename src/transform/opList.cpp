@@ -2,6 +2,7 @@
 // itself changes: a refusal leaves the list as it was.
 #include "transform/opList.h"
 
+#include "transform/referenceOp.h"
 #include "utils/errorMessage.h"
 
 #include <algorithm>
@@ -23,6 +24,11 @@ void requireOp(Op const* op)
 {
     if (op == nullptr)
         throw failure(ErrorIds::kOpNull, Module::kOpList);
+}
+
+bool isReference(Op const& op)
+{
+    return op.getOpType() == Op::OpType::ReferenceOp;
 }
 
 void join(Op const& earlier, Op& later)
@@ -129,7 +135,7 @@ void OpList::validate() const
 
 bool OpList::hasReferences() const
 {
-    return std::any_of(m_ops.begin(), m_ops.end(), [](auto const& op) { return op->getOpType() == Op::OpType::ReferenceOp; });
+    return std::any_of(m_ops.begin(), m_ops.end(), [](auto const& op) { return isReference(*op); });
 }
 
 bool OpList::hasUnresolvedReferences() const
@@ -137,10 +143,10 @@ bool OpList::hasUnresolvedReferences() const
     return std::any_of(m_ops.begin(), m_ops.end(), [](auto const& op) { return op->needsResolving(); });
 }
 
-// Only a reference can stand for an alias, and no operator class is one.
 bool OpList::hasAliasReferencesToResolve() const
 {
-    return false;
+    return std::any_of(m_ops.begin(), m_ops.end(),
+                       [](auto const& op) { return isReference(*op) && static_cast<ReferenceOp const&>(*op).isAliasToResolve(); });
 }
 
 void OpList::unresolve()

@@ -14,5 +14,6 @@
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
+#include "transform/referenceOp.h"
 
 #endif

@@ -1,6 +1,7 @@
 // The model of one transform: identity, descriptive fields and the list of operators.
 #include "transform/transform.h"
 
+#include "transform/referenceOp.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -38,8 +39,13 @@ void appendFlat(OpList const& ops, OpList& flat)
 {
     for (unsigned int i = 0; i < ops.size(); ++i)
     {
-        if (!isLeftOutOfFlatCopies(ops.get(i)))
-            flat.append(ops.get(i).clone());
+        Op const& op = ops.get(i);
+        if (isLeftOutOfFlatCopies(op))
+            continue;
+        if (op.getOpType() == Op::OpType::ReferenceOp)
+            appendFlat(static_cast<ReferenceOp const&>(op).getResolvedOps(), flat);
+        else
+            flat.append(op.clone());
     }
 }
 

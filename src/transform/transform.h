@@ -19,7 +19,8 @@ public:
     {
         // References stay references.
         Plain = 0,
-        // References are replaced by the operators that they resolved to, and operators with a static bypass are left out.
+        // References are replaced by the operators that they resolved to (unresolved ones are refused), and operators with a
+        // static bypass are left out.
         Flat = 1
     };
 

@@ -5,6 +5,7 @@
 #include "transform/exposureContrastOp.h"
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
+#include "transform/referenceOp.h"
 #include "transform/tableOp.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
@@ -30,6 +31,12 @@ std::shared_ptr<Transform> newTransform(std::unique_ptr<Op> op)
     auto transform = newTransform();
     transform->getOps().append(op.release());
     return transform;
+}
+
+std::shared_ptr<Transform> newReference(std::unique_ptr<ReferenceOp> op)
+{
+    op->validate();
+    return newTransform(std::move(op));
 }
 
 // A table spans its input depth from its first entry to its last, so it has two at least.
@@ -106,6 +113,17 @@ std::shared_ptr<Transform> CreateDitherTransform(BitDepth in, BitDepth out, BitD
     op->setId(Utils::generateUUID());
     op->setName(kNoName);
     return newTransform(std::move(op));
+}
+
+std::shared_ptr<Transform> CreateReferenceTransformFromPath(BitDepth in, BitDepth out, std::string const& path,
+                                                            Tavrin::BasePath basePath)
+{
+    return newReference(std::make_unique<ReferenceOp>(in, out, kNoName, "", Descriptions(), path, basePath));
+}
+
+std::shared_ptr<Transform> CreateReferenceTransformFromAlias(BitDepth in, BitDepth out, std::string const& alias)
+{
+    return newReference(std::make_unique<ReferenceOp>(in, out, kNoName, "", Descriptions(), alias));
 }
 
 std::shared_ptr<Transform> createStockRawTransform()

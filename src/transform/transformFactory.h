@@ -6,6 +6,7 @@
 #include "transform/transform.h"
 
 #include <memory>
+#include <string>
 
 namespace Color
 {
@@ -28,6 +29,11 @@ std::shared_ptr<Transform> Create3DLutTransform(BitDepth in, BitDepth out, unsig
 
 // One dither for a later reduction to the dither depth, which is needed.
 std::shared_ptr<Transform> CreateDitherTransform(BitDepth in, BitDepth out, BitDepth ditherDepth);
+
+// One reference between two depths, which nothing has resolved yet. A path, or an alias, is needed.
+std::shared_ptr<Transform> CreateReferenceTransformFromPath(BitDepth in, BitDepth out, std::string const& path,
+                                                            Tavrin::BasePath basePath);
+std::shared_ptr<Transform> CreateReferenceTransformFromAlias(BitDepth in, BitDepth out, std::string const& alias);
 
 // Half floats as they are, with dynamic exposure and contrast.
 std::shared_ptr<Transform> createStockRawTransform();

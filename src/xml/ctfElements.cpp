@@ -21,6 +21,7 @@
 #include "xml/metadataElt.h"
 #include "xml/opElt.h"
 #include "xml/rangeElt.h"
+#include "xml/referenceElt.h"
 #include "xml/transformElt.h"
 
 #include <algorithm>
@@ -71,7 +72,7 @@ struct OpRow
     char const* tag;
     OpType type;
     VersionRange versions;
-    std::unique_ptr<OpElt> (*create)(); // Null while the operator has no element.
+    std::unique_ptr<OpElt> (*create)();
 };
 
 // clang-format off
@@ -83,7 +84,7 @@ constexpr OpRow kOperators[] = {
     {TAG_MATRIX,            OpType::MatrixOp,           upTo(1.2F),              &createOpElt<MatrixElt>},
     {TAG_MATRIX,            OpType::MatrixOp,           above(1.2F),             &createOpElt<MatrixElt_1_3>},
     {TAG_RANGE,             OpType::RangeOp,            upTo(Versions::kNewest), &createOpElt<RangeElt>},
-    {TAG_REFERENCE,         OpType::ReferenceOp,        upTo(Versions::kNewest), nullptr},
+    {TAG_REFERENCE,         OpType::ReferenceOp,        upTo(Versions::kNewest), &createOpElt<ReferenceElt>},
     {TAG_GAMMA,             OpType::GammaOp,            upTo(1.4F),              &createOpElt<GammaElt>},
     {TAG_GAMMA,             OpType::GammaOp,            above(1.4F),             &createOpElt<GammaElt_1_5>},
     {TAG_EXPOSURE_CONTRAST, OpType::ExposureContrastOp, upTo(Versions::kNewest), &createOpElt<ExposureContrastElt>},
@@ -95,25 +96,13 @@ constexpr OpRow kOperators[] = {
 };
 // clang-format on
 
-// An operator that has a class has its elements too.
 constexpr bool hasElements(OpType type)
 {
-    bool found = false;
-    for (OpRow const& row : kOperators)
-    {
-        if (row.type == type && !row.create)
-        {
-            return false;
-        }
-        found = found || row.type == type;
-    }
-    return found;
+    return std::any_of(std::begin(kOperators), std::end(kOperators), [=](OpRow const& row) { return row.type == type; });
 }
 #define TAVRIN_OP(number, Class, name, Family) static_assert(hasElements(OpType::Class), "No element reads " #Class);
-#define TAVRIN_OP_RESERVED(number, Class)
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
-#undef TAVRIN_OP_RESERVED
 
 bool isTag(char const* tag, char const* known)
 {
@@ -212,7 +201,7 @@ std::unique_ptr<OpElt> OpElt::getReader(Op::OpType type, float version)
     auto const* const row =
         std::find_if(std::begin(kOperators), std::end(kOperators),
                      [&](OpRow const& known) { return known.type == type && known.versions.contains(version); });
-    return row == std::end(kOperators) || !row->create ? nullptr : row->create();
+    return row == std::end(kOperators) ? nullptr : row->create();
 }
 
 std::unique_ptr<Element> createChild(std::string const& tag, ContainerElt& parent, unsigned int line, std::string const& file)

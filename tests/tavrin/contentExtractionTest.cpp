@@ -1,10 +1,9 @@
 // What a caller is told of a transform for display.
-#include "transformFixtures.h"
+#include "contentRecorder.h"
 
 #include <gmock/gmock.h>
 
 #include <string>
-#include <vector>
 
 using namespace Tavrin;
 using testing::Contains;
@@ -14,29 +13,6 @@ using testing::Not;
 
 namespace
 {
-
-using Lines = std::vector<std::string>;
-
-// Writes a line for each call.
-class Recorder : public Transform::ContentCallbacks
-{
-public:
-    void beginSection(char const* name) override { m_lines.push_back(std::string("begin ") + name); }
-    void endSection() override { m_lines.push_back("end"); }
-    void addEntry(char const* key, char const* value) override { m_lines.push_back(std::string(key) + ": " + value); }
-
-    Lines const& lines() const { return m_lines; }
-
-private:
-    Lines m_lines;
-};
-
-Lines contentOf(TransformPtr const& transform)
-{
-    Recorder recorder;
-    EXPECT_EQ(told(transform->extractContent(recorder)), kGood);
-    return recorder.lines();
-}
 
 TEST(ExtractContent, TellsTheTransformAndItsOperatorsInOrder)
 {

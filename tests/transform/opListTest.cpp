@@ -223,12 +223,26 @@ TEST(OpList, TellsReferences)
     EXPECT_FALSE(list.hasUnresolvedReferences());
     EXPECT_FALSE(list.hasAliasReferencesToResolve());
 
-    list.append(new FakeReference(true));
+    list.append(resolvedReference("some", threeOps()).release());
     EXPECT_TRUE(list.hasReferences());
     EXPECT_FALSE(list.hasUnresolvedReferences());
+    EXPECT_FALSE(list.hasAliasReferencesToResolve());
 
     list.unresolve();
     EXPECT_TRUE(list.hasUnresolvedReferences());
+}
+
+TEST(OpList, TellsAliasesToResolveAtAnyDepth)
+{
+    OpList inner;
+    inner.append(unresolvedReference("currentMonitor").release());
+    EXPECT_TRUE(inner.hasAliasReferencesToResolve());
+
+    OpList outer = threeOps();
+    outer.append(resolvedReference("some", inner).release());
+    EXPECT_TRUE(outer.hasAliasReferencesToResolve());
+    outer.unresolve();
+    EXPECT_FALSE(outer.hasAliasReferencesToResolve());
 }
 
 TEST(OpList, EveryOperatorWithAPropertyReceivesIt)

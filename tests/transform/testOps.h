@@ -2,7 +2,7 @@
 #ifndef TAVRIN_TESTS_TRANSFORM_TEST_OPS_H
 #define TAVRIN_TESTS_TRANSFORM_TEST_OPS_H
 
-#include "transform/op.h"
+#include "transform/referenceOp.h"
 
 #include <memory>
 #include <string>
@@ -14,18 +14,19 @@ public:
     PlainOp(Color::BitDepth in, Color::BitDepth out, std::string const& name = "") : TypedOp(in, out, "", name, {}) {}
 };
 
-// Claims to be a reference, unresolved until told otherwise.
-class FakeReference : public Color::TypedOp<FakeReference, Color::Op::OpType::ReferenceOp>
+// 32f to 32f, by this alias.
+inline std::unique_ptr<Color::ReferenceOp> unresolvedReference(std::string const& alias)
 {
-public:
-    explicit FakeReference(bool resolved) : TypedOp(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f), m_resolved(resolved) {}
+    return std::make_unique<Color::ReferenceOp>(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, "", "", Color::Descriptions(), alias);
+}
 
-    bool needsResolving() const override { return !m_resolved; }
-    void unresolve() override { m_resolved = false; }
-
-private:
-    bool m_resolved;
-};
+// The same, resolved to these operators.
+inline std::unique_ptr<Color::ReferenceOp> resolvedReference(std::string const& alias, Color::OpList const& ops)
+{
+    auto reference = unresolvedReference(alias);
+    reference->setResolvedOps(ops);
+    return reference;
+}
 
 // What a generated id looks like.
 inline constexpr char const* kUuid = "[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}";

@@ -11,6 +11,7 @@ using namespace Tavrin;
 using Color::Descriptions;
 using Color::MatrixOp;
 using Color::Op;
+using Color::OpList;
 using CloneType = Color::Transform::CloneType;
 using testing::ElementsAre;
 using testing::MatchesRegex;
@@ -213,11 +214,52 @@ TEST(Transform, ForwardsQuestionsAboutReferences)
     EXPECT_FALSE(transform->hasReferences());
     EXPECT_FALSE(transform->hasUnresolvedReferences());
     EXPECT_FALSE(transform->hasAliasReferencesToResolve());
-    transform->getOps().append(new FakeReference(true));
+    transform->getOps().append(resolvedReference("currentMonitor", OpList()).release());
     EXPECT_TRUE(transform->hasReferences());
     EXPECT_FALSE(transform->hasUnresolvedReferences());
+    EXPECT_TRUE(transform->hasAliasReferencesToResolve());
     transform->unresolve();
     EXPECT_TRUE(transform->hasUnresolvedReferences());
+}
+
+TEST(Transform, FlatCloneHoldsWhatReferencesResolvedToAtAnyDepth)
+{
+    OpList inner;
+    inner.append(new PlainOp(BIT_DEPTH_16f, BIT_DEPTH_8i, "inner"));
+    OpList outer;
+    outer.append(new PlainOp(BIT_DEPTH_16f, BIT_DEPTH_16f, "before"));
+    outer.append(resolvedReference("inner", inner).release());
+    outer.append(new PlainOp(BIT_DEPTH_32f, BIT_DEPTH_32f, "bypassed"));
+    outer.get(2).setBypass(bypass(true, false));
+    auto const transform = sample();
+    unsigned int const own = transform->getOps().size();
+    transform->getOps().append(resolvedReference("outer", outer).release());
+    transform->getOps().append(resolvedReference("nothing", OpList()).release());
+
+    auto const flat = transform->clone(CloneType::Flat);
+    ASSERT_EQ(flat->getOps().size(), own + 2);
+    EXPECT_EQ(flat->getOps().get(own).getName(), "before");
+    EXPECT_EQ(flat->getOps().get(own + 1).getName(), "inner");
+    EXPECT_FALSE(flat->hasReferences());
+    EXPECT_EQ(failureOf([&] { flat->validate(); }), Failure());
+    EXPECT_TRUE(transform->clone(CloneType::Plain)->hasReferences());
+}
+
+TEST(Transform, FlatCloneLeavesABypassedReferenceOut)
+{
+    auto const transform = sample();
+    unsigned int const own = transform->getOps().size();
+    transform->getOps().append(unresolvedReference("some").release());
+    transform->getOps().get(own).setBypass(bypass(true, false));
+    EXPECT_EQ(transform->clone(CloneType::Flat)->getOps().size(), own);
+}
+
+TEST(Transform, FlatCloneRefusesAnUnresolvedReference)
+{
+    auto const transform = sample();
+    transform->getOps().append(unresolvedReference("some").release());
+    EXPECT_EQ(failureOf([&] { transform->clone(CloneType::Flat); }), (Failure{0x280002, "Missing ops for reference 'Reference'"}));
+    EXPECT_TRUE(transform->clone(CloneType::Plain)->hasUnresolvedReferences());
 }
 
 TEST(Transform, RefusesPropertiesThatNoOperatorHas)

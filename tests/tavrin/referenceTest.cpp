@@ -1,0 +1,98 @@
+// References to other files, as a caller makes and sees them.
+#include "contentRecorder.h"
+#include "transformFixtures.h"
+
+#include <gmock/gmock.h>
+
+using namespace Tavrin;
+using testing::ElementsAre;
+
+namespace
+{
+
+TransformPtr byPath(char const* path, BasePath basePath = BASE_PATH_NONE)
+{
+    TransformPtr transform;
+    EXPECT_EQ(told(CreateReferenceTransformFromPath(BIT_DEPTH_10i, BIT_DEPTH_16f, path, basePath, transform)), kGood);
+    return transform;
+}
+
+TransformPtr byAlias(char const* alias)
+{
+    TransformPtr transform;
+    EXPECT_EQ(told(CreateReferenceTransformFromAlias(BIT_DEPTH_10i, BIT_DEPTH_16f, alias, transform)), kGood);
+    return transform;
+}
+
+// From the beginning of the only operator to its end.
+Lines operatorOf(TransformPtr const& transform)
+{
+    Lines const all = contentOf(transform);
+    auto const begin = std::find(all.begin() + 1, all.end(), "begin Reference");
+    return Lines(begin, all.end() - 1);
+}
+
+TEST(CreateReferenceTransform, GivesAReferenceByPath)
+{
+    TransformPtr const transform = byPath("looks/warm.ctf", BASE_PATH_SHARED);
+    ASSERT_TRUE(transform);
+    EXPECT_TRUE(transform->hasReferences());
+    EXPECT_FALSE(transform->hasAliasReferencesToResolve());
+    EXPECT_THAT(operatorOf(transform), ElementsAre("begin Reference",       //
+                                                   "Identifier: none",      //
+                                                   "Name: ",                //
+                                                   "Input Bit Depth: 10i",  //
+                                                   "Output Bit Depth: 16f", //
+                                                   "Base Path: Shared",     //
+                                                   "Path: looks/warm.ctf",  //
+                                                   "end"));
+}
+
+TEST(CreateReferenceTransform, GivesAReferenceByAlias)
+{
+    TransformPtr const transform = byAlias("broadcastMonitor");
+    ASSERT_TRUE(transform);
+    EXPECT_TRUE(transform->hasReferences());
+    EXPECT_FALSE(transform->hasAliasReferencesToResolve());
+    EXPECT_THAT(operatorOf(transform), ElementsAre("begin Reference",       //
+                                                   "Identifier: none",      //
+                                                   "Name: ",                //
+                                                   "Input Bit Depth: 10i",  //
+                                                   "Output Bit Depth: 16f", //
+                                                   "Alias: broadcastMonitor", "end"));
+    EXPECT_TRUE(byAlias("currentMonitor")->hasAliasReferencesToResolve());
+}
+
+TEST(CreateReferenceTransform, GivesNewIdsEachTime)
+{
+    EXPECT_STRNE(byPath("/a.ctf")->getId(), byPath("/a.ctf")->getId());
+    EXPECT_STRNE(byAlias("a")->getId(), byAlias("a")->getId());
+}
+
+TEST(CreateReferenceTransform, RefusesNullAndEmptyTextsAndLeavesTheHandle)
+{
+    TransformPtr transform = scaleBy(2.0F);
+    Transform const* const before = transform.get();
+    auto const fromPath = [&](char const* path)
+    { return told(CreateReferenceTransformFromPath(BIT_DEPTH_8i, BIT_DEPTH_8i, path, BASE_PATH_VENDOR, transform)); };
+    auto const fromAlias = [&](char const* alias)
+    { return told(CreateReferenceTransformFromAlias(BIT_DEPTH_8i, BIT_DEPTH_8i, alias, transform)); };
+    EXPECT_EQ(fromPath(nullptr), (Told{0x2030001, "NULL parameter: path"}));
+    EXPECT_EQ(fromAlias(nullptr), (Told{0x2030001, "NULL parameter: alias"}));
+    Told const noTarget{0x280001, "Reference 'none' requires Alias or Path attributes"};
+    EXPECT_EQ(fromPath(""), noTarget);
+    EXPECT_EQ(fromAlias(""), noTarget);
+    EXPECT_EQ(CreateReferenceTransformFromAlias(BIT_DEPTH_8i, BIT_DEPTH_UNKNOWN, "a", transform).getErrorCode(), 0x210001U);
+    EXPECT_EQ(transform.get(), before);
+}
+
+TEST(Reference, IsReadFromAFile)
+{
+    TransformPtr const transform =
+        fromText(document("<Reference inBitDepth='32f' outBitDepth='32f' name='Screen' alias='graphicsMonitor'/>"));
+    ASSERT_TRUE(transform);
+    EXPECT_TRUE(transform->hasReferences());
+    EXPECT_THAT(operatorOf(transform), testing::Contains("Alias: graphicsMonitor"));
+}
+
+} // namespace
