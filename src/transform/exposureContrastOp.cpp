@@ -45,6 +45,8 @@ ExposureContrastOp::ExposureContrastOp(ExposureContrastOp const& other)
 
 ExposureContrastOp& ExposureContrastOp::operator=(ExposureContrastOp const& other)
 {
+    if (this == &other)
+        return *this;
     TypedOp::operator=(other);
     m_style = other.m_style;
     m_exposure = shareOrCopy(other.m_exposure);

@@ -76,7 +76,7 @@ InvLut1DOp::InvLut1DOp(Lut1DOp const& forward) : InvLut1DOp()
     Lut1DOp::operator=(forward);
     // The values keep their scale, which is now that of the input.
     Op::setInputBitDepth(forward.getOutputBitDepth());
-    Op::setOutputBitDepth(forward.getInputBitDepth());
+    Op::setOutputBitDepth(forward.getInputBitDepth()); // NOLINT(bugprone-parent-virtual-call): the table's would scale the values.
     initializeFromLut1D();
 }
 

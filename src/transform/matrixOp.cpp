@@ -135,6 +135,7 @@ bool MatrixOp::Offsets::isNotNull() const
 
 bool MatrixOp::Offsets::operator==(Offsets const& other) const
 {
+    // Equal are the same bits: a NaN equals itself. NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
     return std::memcmp(m_values.data(), other.m_values.data(), sizeof m_values) == 0;
 }
 

@@ -59,6 +59,8 @@ Op::Op(Op const& other)
 
 Op& Op::operator=(Op const& other)
 {
+    if (this == &other)
+        return *this;
     m_inBitDepth = other.m_inBitDepth;
     m_outBitDepth = other.m_outBitDepth;
     m_id = other.m_id;

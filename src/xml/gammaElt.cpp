@@ -27,7 +27,7 @@ void GammaElt_1_5::end()
 {
     if (op().getAlphaParams().empty()) // Red, green and blue stand alone.
         setIdentityAlpha();
-    OpElt::end();
+    OpElt::end(); // NOLINT(bugprone-parent-virtual-call): GammaElt would overwrite the alpha that was read.
 }
 
 std::unique_ptr<Element> GammaElt_1_5::createGammaParamsElt(std::string const& name, ContainerElt* parent, unsigned int line,

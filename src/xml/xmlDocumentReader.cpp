@@ -22,7 +22,7 @@ constexpr std::size_t kPieceSize = std::size_t{1} << 16;
 
 XML_Parser createParser()
 {
-    XML_Parser const parser = XML_ParserCreate(nullptr);
+    auto* const parser = XML_ParserCreate(nullptr);
     if (!parser)
     {
         throw std::bad_alloc();
@@ -122,7 +122,7 @@ struct DocumentReader::Callbacks
 
 DocumentReader::DocumentReader() : m_parser(createParser(), &XML_ParserFree)
 {
-    XML_Parser const parser = m_parser.get();
+    auto* const parser = m_parser.get();
     XML_SetUserData(parser, this);
     XML_SetElementHandler(parser, &Callbacks::startElement, &Callbacks::endElement);
     XML_SetCharacterDataHandler(parser, &Callbacks::characterData);

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
-#include <locale.h>
+#include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale is POSIX, not C++.
 #include <type_traits>
 
 namespace Color::Xml::Reader

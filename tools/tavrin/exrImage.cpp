@@ -1,6 +1,7 @@
 // OpenEXR files through the OpenEXR library.
 #include "failure.h"
 #include "imageFormats.h"
+#include "text.h"
 
 #include <ImfChannelList.h>
 #include <ImfFrameBuffer.h>
@@ -8,8 +9,6 @@
 #include <ImfIO.h>
 #include <ImfInputFile.h>
 #include <ImfOutputFile.h>
-
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cstring>
@@ -77,8 +76,8 @@ std::string channelNames(Imf::ChannelList const& list)
 {
     std::vector<std::string> names;
     for (Imf::ChannelList::ConstIterator i = list.begin(); i != list.end(); ++i)
-        names.push_back(i.name());
-    return fmt::format("{}", fmt::join(names, ", "));
+        names.emplace_back(i.name());
+    return commaSeparated(names);
 }
 
 bool isSampledFully(Imf::ChannelList const& list, char const* name)

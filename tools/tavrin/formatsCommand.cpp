@@ -23,21 +23,13 @@ public:
     }
 };
 
-std::string joinFormats(std::vector<Tavrin::PixelFormat> const& formats)
-{
-    std::vector<std::string> names;
-    for (Tavrin::PixelFormat format : formats)
-        names.push_back(formatName(format));
-    return fmt::format("{}", fmt::join(names, ", "));
-}
-
 void formats()
 {
     fmt::print("Pictures, read and written:\n");
     for (ImageType const& type : imageTypes())
     {
         fmt::print("  {:<11}{}: {}\n", fmt::format(".{}", fmt::join(type.extensions, " .")), type.name, type.description);
-        fmt::print("  {:<11}written as {}\n", "", joinFormats(type.written));
+        fmt::print("  {:<11}written as {}\n", "", commaSeparated(type.written, formatName));
     }
     fmt::print("\nTransforms, read:\n");
     Printer printer;

@@ -3,8 +3,9 @@
 
 #include "failure.h"
 #include "imageFormats.h"
+#include "text.h"
 
-#include <fmt/ranges.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -66,7 +67,7 @@ std::string depthNames(ImageType const& type)
         if (std::find(names.begin(), names.end(), name) == names.end())
             names.push_back(name);
     }
-    return fmt::format("{}", fmt::join(names, ", "));
+    return commaSeparated(names);
 }
 
 std::string allExtensions()
@@ -77,15 +78,12 @@ std::string allExtensions()
         for (char const* extension : type.extensions)
             extensions.push_back(fmt::format(".{}", extension));
     }
-    return fmt::format("{}", fmt::join(extensions, ", "));
+    return commaSeparated(extensions);
 }
 
 std::string allNames()
 {
-    std::vector<std::string> names;
-    for (ImageType const& type : imageTypes())
-        names.push_back(type.name);
-    return fmt::format("{}", fmt::join(names, ", "));
+    return commaSeparated(imageTypes(), [](ImageType const& type) { return type.name; });
 }
 
 ImageType const& typeForReading(InputFile const& file)

@@ -1,6 +1,8 @@
 // Texts as the terminal shows them.
 #include "text.h"
 
+#include <fmt/ranges.h>
+
 namespace Program
 {
 
@@ -50,6 +52,11 @@ std::string oneLine(std::string_view text)
             line += c;
     }
     return line;
+}
+
+std::string commaSeparated(std::vector<std::string> const& names)
+{
+    return fmt::format("{}", fmt::join(names, ", "));
 }
 
 } // namespace Program

@@ -2,8 +2,11 @@
 #ifndef TAVRIN_PROGRAM_TEXT_H
 #define TAVRIN_PROGRAM_TEXT_H
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Program
 {
@@ -15,6 +18,18 @@ std::string printable(std::string_view text);
 
 // The same with runs of blanks made one and none at the start: what fits on one line.
 std::string oneLine(std::string_view text);
+
+// Names, as "8i, 16i".
+std::string commaSeparated(std::vector<std::string> const& names);
+
+// The name that a function gives each item, as above.
+template <class Items, class NameOf>
+std::string commaSeparated(Items const& items, NameOf nameOf)
+{
+    std::vector<std::string> names;
+    std::transform(std::begin(items), std::end(items), std::back_inserter(names), nameOf);
+    return commaSeparated(names);
+}
 
 } // namespace Program
 
