@@ -1,4 +1,6 @@
 // The film look of share/demo, at the points of its grid, against the formula that its generator tells, in double precision.
+#include "support/colorimetry.h"
+
 #include <tavrin/tavrin.h>
 
 #include <gtest/gtest.h>
@@ -41,18 +43,12 @@ double filmCurve(double x)
     return power / (power + half) * (top + half) / top;
 }
 
-// IEC 61966-2-1.
-double displayCurve(double v)
-{
-    return v <= 0.0031308 ? 12.92 * v : 1.055 * std::pow(v, 1.0 / 2.4) - 0.055;
-}
-
 Rgb look(Rgb const& signal)
 {
     Rgb rgb = {filmCurve(light(signal[0])), filmCurve(light(signal[1])), filmCurve(light(signal[2]))};
     double const before = lumaOf(rgb);
     for (double& v : rgb)
-        v = displayCurve(std::clamp(before + 1.12 * (v - before), 0.0, 1.0));
+        v = Colorimetry::srgbEncode(std::clamp(before + 1.12 * (v - before), 0.0, 1.0));
 
     double const luma = lumaOf(rgb);
     double const shadows = 256.0 / 27.0 * luma * std::pow(1.0 - luma, 3);

@@ -1,73 +1,14 @@
 // The transforms of share/demo do what their descriptions say, against arithmetic in double precision from the published numbers.
 #include "pictureFiles.h"
 #include "programRun.h"
+#include "support/colorimetry.h"
 
-#include <array>
 #include <cmath>
 
 namespace
 {
 
-using Row = std::array<double, 3>;
-using Matrix = std::array<Row, 3>;
-
-Matrix multiply(Matrix const& a, Matrix const& b)
-{
-    Matrix c = {};
-    for (int i = 0; i < 3; ++i)
-    {
-        for (int j = 0; j < 3; ++j)
-            c[i][j] = a[i][0] * b[0][j] + a[i][1] * b[1][j] + a[i][2] * b[2][j];
-    }
-    return c;
-}
-
-// By Gauss and Jordan, without pivoting: these matrices have no zero on their diagonal.
-Matrix inverse(Matrix m)
-{
-    Matrix r = {Row{1, 0, 0}, Row{0, 1, 0}, Row{0, 0, 1}};
-    for (int k = 0; k < 3; ++k)
-    {
-        const double pivot = m[k][k];
-        for (int j = 0; j < 3; ++j)
-        {
-            m[k][j] /= pivot;
-            r[k][j] /= pivot;
-        }
-        for (int i = 0; i < 3; ++i)
-        {
-            const double factor = m[i][k];
-            for (int j = 0; i != k && j < 3; ++j)
-            {
-                m[i][j] -= factor * m[k][j];
-                r[i][j] -= factor * r[k][j];
-            }
-        }
-    }
-    return r;
-}
-
-// SMPTE RP 177: the primaries' XYZ in columns, scaled to add up to the white of D65 (0.3127, 0.3290).
-Matrix toXyz(std::array<std::array<double, 2>, 3> const& primaries)
-{
-    const auto xyz = [](double x, double y) { return Row{x / y, 1.0, (1.0 - x - y) / y}; };
-    Matrix m;
-    for (int j = 0; j < 3; ++j)
-    {
-        const Row column = xyz(primaries[j][0], primaries[j][1]);
-        for (int i = 0; i < 3; ++i)
-            m[i][j] = column[i];
-    }
-    const Row white = xyz(0.3127, 0.3290);
-    const Matrix scale = inverse(m);
-    for (int j = 0; j < 3; ++j)
-    {
-        const double s = scale[j][0] * white[0] + scale[j][1] * white[1] + scale[j][2] * white[2];
-        for (int i = 0; i < 3; ++i)
-            m[i][j] *= s;
-    }
-    return m;
-}
+using Colorimetry::srgbEncode;
 
 class DemoTransforms : public ProgramTest
 {
@@ -82,20 +23,13 @@ protected:
     }
 };
 
-// What the library's polynomials for powers and exponentials leave, in parts of the value; far below a code of 12 bits.
+// What the library's polynomials for powers and exponentials leave, in parts of the value; far below a code of 12 bits. The
+// transforms' curve for sRGB is continuous at the break with a slope of 12.9232 in place of 12.92, which is as little.
 constexpr double kPowerError = 1e-5;
-
-// IEC 61966-2-1. The transforms' curve is continuous at the break with a slope of 12.9232 in place of 12.92, and the table's value
-// is off by as little.
-double srgbEncode(double light)
-{
-    return light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1.0 / 2.4) - 0.055;
-}
 
 TEST_F(DemoTransforms, Rec709LightBecomesThatOfDisplayP3)
 {
-    const Matrix expected = multiply(inverse(toXyz({{{0.680, 0.320}, {0.265, 0.690}, {0.150, 0.060}}})),
-                                     toXyz({{{0.640, 0.330}, {0.300, 0.600}, {0.150, 0.060}}}));
+    const Colorimetry::Matrix expected = Colorimetry::rgbToRgb(Colorimetry::kRec709, Colorimetry::kP3D65);
     Picture16 in(5, 1, 3);
     in.samples = {65535, 0, 0, 0, 65535, 0, 0, 0, 65535, 11796, 11796, 11796, 65535, 300, 20000};
     writePngFile(folder / "in.png", in);
