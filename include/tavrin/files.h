@@ -21,10 +21,11 @@ public:
 // One call of the callback for each extension that can be read.
 TAVRIN_API TavStatus getSupportedFileExtensions(SupportedExtensionsCallBack& callback);
 
-// True when some reader takes the file's extension (case counts). The file need not exist.
+// True when some reader takes the file's extension (whether case counts is up to the reader). The file need not exist.
 TAVRIN_API bool isFileSupported(char const* path);
 
-// Reads a transform file. Relative references inside it are resolved against this path. On failure the handle stays as it was.
+// Reads a transform file, or a file of another format (docs/other-formats.md). Relative references inside it are resolved against
+// this path. On failure the handle stays as it was.
 TAVRIN_API TavStatus loadColorTransform(char const* path, TransformPtr& transform);
 
 // Reads a document of the library's own format (CTF) from zero-terminated text. Messages tell line 0.

@@ -49,17 +49,19 @@ public:
     using CDLNodeElt::CDLNodeElt;
 };
 
-// Of a transform file: the operator is that of the element around the node, a CDLElt.
-template <class Node>
-class NodeInCDLElt : public Node
+// A node whose operator is that of the element around it.
+template <class Node, class Parent>
+class NodeInElt : public Node
 {
 public:
     using Node::Node;
 
-    CDLOp* getCDLOp() const override { return &dynamic_cast<CDLElt&>(*this->getParent()).op(); }
+    CDLOp* getCDLOp() const override { return &dynamic_cast<Parent&>(*this->getParent()).op(); }
 };
-using SOPNodeElt = NodeInCDLElt<SOPNodeBaseElt>;
-using SatNodeElt = NodeInCDLElt<SatNodeBaseElt>;
+
+// Of a transform file.
+using SOPNodeElt = NodeInElt<SOPNodeBaseElt, CDLElt>;
+using SatNodeElt = NodeInElt<SatNodeBaseElt, CDLElt>;
 
 // <Slope>, <Offset> and <Power>: three numbers each.
 class SOPValueElt : public NumberListElt

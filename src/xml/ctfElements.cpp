@@ -2,13 +2,13 @@
 // one for each of its children's tags.
 #include "xml/ctfElements.h"
 
-#include "utils/utils.h"
 #include "xml/CDLElt.h"
 #include "xml/arrayElt.h"
 #include "xml/ctfVersions.h"
 #include "xml/ctfVocabulary.h"
 #include "xml/ditherElt.h"
 #include "xml/dynamicParamElt.h"
+#include "xml/elementTable.h"
 #include "xml/exposureContrastElt.h"
 #include "xml/gammaElt.h"
 #include "xml/gamutMapElt.h"
@@ -104,20 +104,6 @@ constexpr bool hasElements(OpType type)
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
 
-bool isTag(char const* tag, char const* known)
-{
-    return Foundation::Utils::strcasecmp(tag, known) == 0;
-}
-
-using Create = std::unique_ptr<Element> (*)(std::string const& tag, ContainerElt* parent, unsigned int line,
-                                            std::string const& file);
-
-template <class Elt>
-std::unique_ptr<Element> createElt(std::string const& tag, ContainerElt* parent, unsigned int line, std::string const& file)
-{
-    return std::make_unique<Elt>(tag, parent, line, file);
-}
-
 // Which one depends on the version that the parent was chosen by.
 std::unique_ptr<Element> createGammaParams(std::string const& tag, ContainerElt* parent, unsigned int line, std::string const& file)
 {
@@ -129,31 +115,11 @@ std::unique_ptr<Element> refuse(std::string const& tag, ContainerElt*, unsigned 
     throw failure(ErrorIds::kXmlAttributeNotSupported, Module::kXmlReader, tag, file, line);
 }
 
-bool anywhere(ContainerElt const&)
-{
-    return true;
-}
-
-template <class Parent>
-bool in(ContainerElt const& parent)
-{
-    return dynamic_cast<Parent const*>(&parent) != nullptr;
-}
-
-bool inUnfinishedArrayOwner(ContainerElt const& parent)
+bool inUnfinishedArrayOwner(Element const& parent)
 {
     auto const* const owner = dynamic_cast<ArrayMgt const*>(&parent);
     return owner && !owner->isCompleted();
 }
-
-// A child is read where all rows of its tag allow it; the first that does not gives the reason for passing it over.
-struct ChildRow
-{
-    char const* tag;
-    bool (*isAllowed)(ContainerElt const& parent);
-    Create create;
-    char const* reason;
-};
 
 constexpr char kRangeReason[] = ": Range Value tags not allowed in this element";
 constexpr char kSopReason[] = ": Slope, Offset or Power tags not allowed in this element";
@@ -163,10 +129,10 @@ constexpr ChildRow kChildren[] = {
     {TAG_INFO,              &in<TransformElt>,           &createElt<InfoElt>,              ": Info not allowed in this element"},
     {TAG_ARRAY,             &in<ArrayMgt>,               nullptr,                          ": Color::Array not allowed in this element"},
     {TAG_ARRAY,             &inUnfinishedArrayOwner,     &createElt<ArrayElt>,             ": Only one Color::Array allowed per op"},
-    {TAG_DESCRIPTION,       &anywhere,                   &createElt<DescriptionElt>,       nullptr},
+    {TAG_DESCRIPTION,       &in<ContainerElt>,           &createElt<DescriptionElt>,       nullptr},
     {TAG_INPUT_DESCRIPTOR,  &in<TransformElt>,           &createElt<InputDescriptorElt>,   ": InputDescriptor not allowed in this element"},
     {TAG_OUTPUT_DESCRIPTOR, &in<TransformElt>,           &createElt<OutputDescriptorElt>,  ": OutputDescriptor not allowed in this element"},
-    {TAG_INDEX_MAP,         &anywhere,                   &refuse,                          nullptr},
+    {TAG_INDEX_MAP,         &in<ContainerElt>,           &refuse,                          nullptr},
     {TAG_MIN_IN_VALUE,      &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
     {TAG_MAX_IN_VALUE,      &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
     {TAG_MIN_OUT_VALUE,     &in<RangeElt>,               &createElt<RangeValueElt>,        kRangeReason},
@@ -184,8 +150,6 @@ constexpr ChildRow kChildren[] = {
     {TAG_SATURATION,        &in<SatNodeElt>,             &createElt<SaturationElt>,        ": Saturation not allowed in this element"},
 };
 // clang-format on
-
-constexpr char kUnknownReason[] = ": Unknown element";
 
 } // namespace
 
@@ -206,19 +170,7 @@ std::unique_ptr<OpElt> OpElt::getReader(Op::OpType type, float version)
 
 std::unique_ptr<Element> createChild(std::string const& tag, ContainerElt& parent, unsigned int line, std::string const& file)
 {
-    ChildRow const* found = nullptr;
-    for (ChildRow const& row : kChildren)
-    {
-        if (isTag(tag.c_str(), row.tag))
-        {
-            found = &row;
-            if (!row.isAllowed(parent))
-            {
-                return std::make_unique<DummyElt>(tag, &parent, line, file, row.reason);
-            }
-        }
-    }
-    return found ? found->create(tag, &parent, line, file) : std::make_unique<DummyElt>(tag, &parent, line, file, kUnknownReason);
+    return createChild({kChildren}, tag, parent, line, file);
 }
 
 } // namespace Color::Xml::Reader

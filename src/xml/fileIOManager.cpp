@@ -2,6 +2,7 @@
 #include "xml/fileIOManager.h"
 
 #include "utils/errorMessage.h"
+#include "xml/cdlReader.h"
 #include "xml/ioReader.h"
 #include "xml/xmlTransformReader.h"
 
@@ -33,6 +34,7 @@ std::shared_ptr<IOReader> createReader()
 // In the order in which they are tried.
 constexpr ReaderRow kReaders[] = {
     {&createReader<XMLTransformReader>, &XMLTransformReader::supportedFileFormats},
+    {&createReader<CDLReader>, &CDLReader::supportedFileFormats},
 };
 
 Readers getContentReaders(std::string const& path)

@@ -19,6 +19,9 @@ inline constexpr std::uint64_t kArrayValues = std::uint64_t{1} << 24;
 // Bytes of text between two tags on one line.
 inline constexpr std::size_t kLineText = std::size_t{1} << 28;
 
+// Memory for descriptions that the colour corrections of a document take over from the elements around them, each a copy.
+inline constexpr std::size_t kHandedOnDescriptions = std::size_t{1} << 26;
+
 // Bytes that the parser may scan more than once: in all, and on top for each byte of the document. A fraction of a second's work.
 inline constexpr std::uint64_t kRescannedBytes = std::uint64_t{1} << 27;
 inline constexpr std::uint64_t kRescannedPerByte = 8;

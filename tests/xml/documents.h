@@ -33,19 +33,21 @@ struct Reading
     Failure failure;
 };
 
-inline Reading readFile(std::string_view document)
+template <class Reader = Color::XMLTransformReader>
+Reading readFile(std::string_view document, std::string const& name = "transform.ctf")
 {
     TemporaryFolder const folder;
-    std::string const path = folder.write("transform.ctf", document);
-    Color::XMLTransformReader const reader;
+    std::string const path = folder.write(name, document);
+    Reader const reader;
     Failure failure = failureOf([&] { reader.parseFile(path); });
     failure.words = withShortFileName(failure.words, path);
     return {failure.id == 0 ? reader.getTransform() : nullptr, failure};
 }
 
-inline Reading readBuffer(std::string const& document)
+template <class Reader = Color::XMLTransformReader>
+Reading readBuffer(std::string const& document)
 {
-    Color::XMLTransformReader const reader;
+    Reader const reader;
     Failure const failure = failureOf([&] { reader.parseBuffer(document); });
     return {failure.id == 0 ? reader.getTransform() : nullptr, failure};
 }

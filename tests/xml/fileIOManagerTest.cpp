@@ -10,11 +10,11 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 using namespace XmlTest;
 using Color::FileIOManager;
 using testing::ElementsAre;
-using testing::Pair;
 
 namespace
 {
@@ -26,12 +26,17 @@ Failure failureOfPath(std::string const& path)
 
 } // namespace
 
-TEST(FileFormats, BeginWithTheLibrarysOwn)
+TEST(FileFormats, StandInTheOrderOfTheirReaders)
 {
-    FileIOManager::Formats const& formats = FileIOManager::getSupportedFileFormats();
-    ASSERT_FALSE(formats.empty());
-    EXPECT_THAT(formats.front(), Pair("ctf", "ctf"));
-    EXPECT_EQ(&formats, &FileIOManager::getSupportedFileFormats());
+    std::vector<std::string> extensions;
+    for (auto const& [extension, description] : FileIOManager::getSupportedFileFormats())
+        extensions.push_back(extension);
+    EXPECT_THAT(extensions, ElementsAre("ctf", "cdl", "ccc", "cc"));
+}
+
+TEST(FileFormats, AreToldOnce)
+{
+    EXPECT_EQ(&FileIOManager::getSupportedFileFormats(), &FileIOManager::getSupportedFileFormats());
 }
 
 TEST(FileFormats, AreToldByTheExtensionInItsExactSpelling)
@@ -48,6 +53,14 @@ TEST(FileLoading, GivesTheTransform)
     TemporaryFolder const folder;
     for (char const* name : {"a.ctf", "a.xml", "wide name \xc3\xa4 100%s.ctf"})
         EXPECT_EQ(FileIOManager::loadTransform(folder.write(name, inRoot(kIdentityRange)))->getId(), "a") << name;
+}
+
+TEST(FileLoading, GivesTheFirstOfSeveralColourCorrections)
+{
+    TemporaryFolder const folder;
+    std::string const corrections = "<ColorCorrectionCollection><ColorCorrection id='1'/><ColorCorrection id='2'/>"
+                                    "</ColorCorrectionCollection>";
+    EXPECT_EQ(FileIOManager::loadTransform(folder.write("a.CCC", corrections))->getId(), "1");
 }
 
 TEST(FileLoading, TellsAPathThatIsNoFile)

@@ -1,0 +1,75 @@
+// Transform files of other formats in the program: each kind is listed, shown and applied to a picture.
+#include "pictureFiles.h"
+#include "programRun.h"
+
+#include <ostream>
+
+using testing::HasSubstr;
+
+namespace
+{
+
+struct OtherFormat
+{
+    std::string extension;
+    std::string listed;    // A line of the list of formats.
+    std::string content;   // Of a small file.
+    std::string operation; // How the operator is called.
+    float red;             // What becomes of a red of 0.5.
+    float tolerance;
+};
+
+void PrintTo(OtherFormat const& format, std::ostream* out)
+{
+    *out << format.extension;
+}
+
+class OtherFormats : public ProgramTest, public testing::WithParamInterface<OtherFormat>
+{
+protected:
+    void SetUp() override { writeText(folder / name(), GetParam().content); }
+    std::string name() const { return "look." + GetParam().extension; }
+};
+
+std::string const kCorrection = "<ColorCorrection id='half'><SOPNode><Slope>0.5 1 1</Slope><Offset>0 0 0</Offset>"
+                                "<Power>1 1 1</Power></SOPNode></ColorCorrection>";
+
+// Powers are made of polynomials, to 16 bits.
+constexpr float kPowerError = 0.25F / 65536.0F;
+
+std::vector<OtherFormat> const kFormats = {
+    {"cdl", "ASC CDL color decision list XML format",
+     "<ColorDecisionList><ColorDecision>" + kCorrection + "</ColorDecision></ColorDecisionList>", "ASC CDL", 0.25F, kPowerError},
+    {"ccc", "ASC CDL color correction collection XML format",
+     "<ColorCorrectionCollection>" + kCorrection + "</ColorCorrectionCollection>", "ASC CDL", 0.25F, kPowerError},
+    {"cc", "CDL fragment format", kCorrection, "ASC CDL", 0.25F, kPowerError},
+};
+
+} // namespace
+
+TEST_P(OtherFormats, AreListed)
+{
+    Outcome const outcome = run({"formats"});
+    EXPECT_EQ(outcome.status, 0);
+    std::string const extension = "." + GetParam().extension;
+    EXPECT_THAT(outcome.out, HasSubstr("\n  " + extension + std::string(11 - extension.size(), ' ') + GetParam().listed + "\n"));
+}
+
+TEST_P(OtherFormats, AreShown)
+{
+    Outcome const outcome = run({"info", name()});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("\n  " + GetParam().operation + "\n"));
+}
+
+TEST_P(OtherFormats, AreApplied)
+{
+    PictureFloat in(2, 1, 3);
+    in.samples = {0.5F, 0.5F, 0.5F, 0.5F, 0.5F, 0.5F};
+    writeExrFile(folder / "in.exr", in);
+    Outcome const outcome = run({"apply", name(), "in.exr", "out.exr"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_NEAR(readExrFile<float>(folder / "out.exr").at(1, 0, 0), GetParam().red, GetParam().tolerance);
+}
+
+INSTANTIATE_TEST_SUITE_P(Read, OtherFormats, testing::ValuesIn(kFormats), [](auto const& info) { return info.param.extension; });
