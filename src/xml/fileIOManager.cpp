@@ -4,6 +4,7 @@
 #include "utils/errorMessage.h"
 #include "xml/cdlReader.h"
 #include "xml/ioReader.h"
+#include "xml/ocioReader.h"
 #include "xml/xmlTransformReader.h"
 
 #include <algorithm>
@@ -31,10 +32,11 @@ std::shared_ptr<IOReader> createReader()
     return std::make_shared<Reader>();
 }
 
-// In the order in which they are tried.
+// In the order in which they are tried and listed: for an extension that two of them take, the library's own reader goes first.
 constexpr ReaderRow kReaders[] = {
     {&createReader<XMLTransformReader>, &XMLTransformReader::supportedFileFormats},
     {&createReader<CDLReader>, &CDLReader::supportedFileFormats},
+    {&createReader<OCIOReader>, &OCIOReader::supportedFileFormats},
 };
 
 Readers getContentReaders(std::string const& path)

@@ -13,10 +13,11 @@ from faults import finish, source_files
 LAYERS = {
     "utils": [],
     "transform": ["utils"],
-    "renderer": ["utils", "transform"],
-    "xml": ["utils", "transform"],
-    "template": ["utils", "transform", "renderer", "xml"],
-    "tavrin": ["utils", "transform", "renderer", "xml", "template"],
+    "ocio": ["utils"],
+    "renderer": ["utils", "transform", "ocio"],
+    "xml": ["utils", "transform", "ocio"],
+    "template": ["utils", "transform", "ocio", "renderer", "xml"],
+    "tavrin": ["utils", "transform", "ocio", "renderer", "xml", "template"],
 }
 
 # Libraries that only some layers may use, by the first part of the path of their headers.
@@ -24,7 +25,7 @@ LIBRARIES = {
     "expat.h": ["utils", "xml"],
     "pugixml.hpp": ["xml", "template"],
     "lcms2.h": ["xml"],
-    "OpenColorIO": ["xml", "renderer"],
+    "OpenColorIO": ["ocio"],
     "hwy": ["renderer"],
 }
 
