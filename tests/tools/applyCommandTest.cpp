@@ -2,7 +2,9 @@
 #include "pictureFiles.h"
 #include "programRun.h"
 
+#include <algorithm>
 #include <cmath>
+#include <fstream>
 
 using Imath::half;
 using testing::AllOf;
@@ -64,6 +66,26 @@ TEST_F(ApplyCommand, MatrixOnFloatsGivesTheSumsOfProducts)
             for (unsigned int c = 0; c < 3; ++c)
                 ASSERT_EQ(out.at(x, y, c), rowOfMatrix(in, x, y, c)) << x << ' ' << y << ' ' << c;
         }
+    }
+}
+
+// The table has the rows 0, 1/4 and 1 on the domain 0 to 2; samples have few bits, so that interpolation is exact.
+TEST_F(ApplyCommand, TableOfAnotherProgramIsLookedUp)
+{
+    std::ofstream(folder / "curve.cube") << "LUT_1D_SIZE 3\nLUT_1D_INPUT_RANGE 0.0 2.0\n0 0 0\n0.25 0.25 0.25\n1 1 1\n";
+    PictureFloat in(40, 30, 3);
+    for (std::size_t i = 0; i < in.samples.size(); ++i)
+        in.samples[i] = static_cast<float>(i % 161) / 64.0f;
+    writeExrFile(folder / "in.exr", in);
+    const Outcome outcome = run({"apply", "curve.cube", "in.exr", "out.exr"});
+    if (outcome.status != 0 && outcome.err.find("Unsupported file format") != std::string::npos)
+        GTEST_SKIP() << "this build has no OpenColorIO";
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const PictureFloat out = readExrFile<float>(folder / "out.exr");
+    for (std::size_t i = 0; i < in.samples.size(); ++i)
+    {
+        const float x = std::min(in.samples[i], 2.0f);
+        ASSERT_EQ(out.samples[i], x < 1.0f ? 0.25f * x : 0.25f + (x - 1.0f) * 0.75f) << i;
     }
 }
 
