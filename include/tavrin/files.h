@@ -1,4 +1,4 @@
-// Transforms read from files and from memory.
+// Transforms read from and written to files and memory.
 #ifndef TAVRIN_FILES_H
 #define TAVRIN_FILES_H
 
@@ -30,6 +30,23 @@ TAVRIN_API TavStatus loadColorTransform(char const* path, TransformPtr& transfor
 
 // Reads a document of the library's own format (CTF) from zero-terminated text. Messages tell line 0.
 TAVRIN_API TavStatus loadColorTransformFromBuffer(char const* text, TransformPtr& transform);
+
+// Receives a document in pieces.
+class TAVRIN_API TransformWriterCallback
+{
+public:
+    virtual ~TransformWriterCallback();
+    // The next so many characters of the document, with no zero at their end. They live no longer than the call.
+    virtual void write(char const* text, unsigned int length) = 0;
+};
+
+// Writes a transform file (CTF) of the lowest version that can hold the transform. With resolved, references are replaced by the
+// operators of the files that they point at; otherwise they are written as they stand. A file of that name is replaced in one step
+// once the new one is whole: on failure it stays as it was.
+TAVRIN_API TavStatus saveColorTransform(char const* path, bool resolved, TransformPtr const& transform);
+
+// Hands the document of a transform over to the callback, with references replaced by the operators that they point at.
+TAVRIN_API TavStatus saveColorTransformToBuffer(TransformWriterCallback& callback, TransformPtr const& transform);
 
 // The extension of the library's own format: "ctf".
 TAVRIN_API char const* getColorTransformFileExtension();

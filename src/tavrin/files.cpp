@@ -1,19 +1,36 @@
-// Transforms read from files and from memory.
+// Transforms read from and written to files and memory.
 #include <tavrin/files.h>
 
 #include "tavrin/requireParameter.h"
 #include "tavrin/transformImpl.h"
+#include "tavrin/writerSink.h"
 #include "utils/errorMessage.h"
 #include "xml/fileIOManager.h"
 #include "xml/xmlTransformReader.h"
+#include "xml/xmlTransformWriter.h"
 
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace Tavrin
 {
 
 using namespace Color;
+
+namespace
+{
+
+// The model that a document is to hold: with references replaced by what they point at, or as it stands.
+std::shared_ptr<Color::Transform> getModelToSave(TransformPtr const& handle, bool resolved)
+{
+    auto const* const transform = dynamic_cast<Impl::Transform const*>(handle.get());
+    if (transform == nullptr)
+        throw failure(ErrorIds::kSaveTransformNull, Module::kXmlWriter);
+    return resolved ? transform->getResolvedTransform() : Impl::Transform::getModel(handle);
+}
+
+} // namespace
 
 TavStatus getSupportedFileExtensions(SupportedExtensionsCallBack& callback)
 {
@@ -60,6 +77,29 @@ TavStatus loadColorTransformFromBuffer(char const* text, TransformPtr& transform
             XMLTransformReader const reader;
             reader.parseBuffer(text);
             transform.reset(new Impl::Transform(reader.getTransform()));
+        });
+}
+
+TavStatus saveColorTransform(char const* path, bool resolved, TransformPtr const& transform)
+{
+    return statusOf(
+        [&]
+        {
+            requireParameter(path, "path");
+            XMLTransformWriter().writeFile(getModelToSave(transform, resolved), path);
+        });
+}
+
+TavStatus saveColorTransformToBuffer(TransformWriterCallback& callback, TransformPtr const& transform)
+{
+    return statusOf(
+        [&]
+        {
+            WriterSink sink(callback);
+            std::ostream stream(&sink);
+            stream.exceptions(std::ios::badbit); // So that what the callback throws passes through the stream.
+            XMLTransformWriter().writeStream(getModelToSave(transform, true), stream);
+            stream.flush();
         });
 }
 

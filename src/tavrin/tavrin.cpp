@@ -14,6 +14,7 @@ namespace Tavrin
 Transform::~Transform() = default;
 Transform::ContentCallbacks::~ContentCallbacks() = default;
 SupportedExtensionsCallBack::~SupportedExtensionsCallBack() = default;
+TransformWriterCallback::~TransformWriterCallback() = default;
 
 TransformPtr::TransformPtr() = default;
 TransformPtr::TransformPtr(Transform* transform) : m_transform(transform) {}

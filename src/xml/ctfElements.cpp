@@ -160,6 +160,12 @@ Op::OpType const* findOperator(char const* tag)
     return row == std::end(kOperators) ? nullptr : &row->type;
 }
 
+// Every type has a row.
+char const* getOperatorTag(Op::OpType type)
+{
+    return std::find_if(std::begin(kOperators), std::end(kOperators), [=](OpRow const& row) { return row.type == type; })->tag;
+}
+
 std::unique_ptr<OpElt> OpElt::getReader(Op::OpType type, float version)
 {
     auto const* const row =

@@ -106,7 +106,8 @@ inline constexpr char FRIENDLY_ATTR_RESOLVED_PATH[] = "Resolved Path";
 inline constexpr char ATTR_BASE_PATH[] = "basePath";
 inline constexpr char FRIENDLY_ATTR_BASE_PATH[] = "Base Path";
 
-// One spelling, several meanings.
+// One spelling, several meanings; ATTR_STYLE where the meaning does not matter.
+inline constexpr char ATTR_STYLE[] = "style";
 inline constexpr char ATTR_GAMMA_STYLE[] = "style";
 inline constexpr char FRIENDLY_ATTR_GAMMA_STYLE[] = "Gamma Style";
 inline constexpr char ATTR_LOG_STYLE[] = "style";
@@ -122,8 +123,9 @@ inline constexpr char FRIENDLY_ATTR_HUE_VECTOR_STYLE[] = "Hue Vector Style";
 inline constexpr char ATTR_HUE_VECTOR_PARAM_STYLE[] = "style";
 inline constexpr char FRIENDLY_ATTR_HUE_VECTOR_PARAM_STYLE[] = "Parameter Style";
 
-// Attributes of parameter elements.
+// Attributes of parameter elements, and lists of those that stand together, in the order of the operators' parameters.
 inline constexpr char ATTR_CHAN[] = "channel";
+inline constexpr char CHANNEL_LETTERS[] = "RGBA"; // What a channel may be, in the order of the channels.
 inline constexpr char ATTR_GAMMA[] = "gamma";
 inline constexpr char FRIENDLY_ATTR_GAMMA[] = "Gamma";
 inline constexpr char ATTR_OFFSET[] = "offset";
@@ -142,12 +144,14 @@ inline constexpr char ATTR_HIGHLIGHT[] = "highlight";
 inline constexpr char FRIENDLY_ATTR_HIGHLIGHT[] = "Highlight";
 inline constexpr char ATTR_SHADOW[] = "shadow";
 inline constexpr char FRIENDLY_ATTR_SHADOW[] = "Shadow";
+inline constexpr char const* ATTRS_LOG_PARAMS[] = {ATTR_GAMMA, ATTR_REFWHITE, ATTR_REFBLACK, ATTR_HIGHLIGHT, ATTR_SHADOW};
 inline constexpr char ATTR_HUE_VECTOR_CENTER[] = "center";
 inline constexpr char FRIENDLY_ATTR_HUE_VECTOR_CENTER[] = "Center";
 inline constexpr char ATTR_HUE_VECTOR_WIDTH[] = "width";
 inline constexpr char FRIENDLY_ATTR_HUE_VECTOR_WIDTH[] = "Width";
 inline constexpr char ATTR_HUE_VECTOR_AMOUNT[] = "amount";
 inline constexpr char FRIENDLY_ATTR_HUE_VECTOR_AMOUNT[] = "Amount";
+inline constexpr char const* ATTRS_HUE_VECTOR_PARAMS[] = {ATTR_HUE_VECTOR_CENTER, ATTR_HUE_VECTOR_WIDTH, ATTR_HUE_VECTOR_AMOUNT};
 inline constexpr char ATTR_DITHER_BIT_DEPTH[] = "ditherBitDepth";
 inline constexpr char FRIENDLY_ATTR_DITHER_BIT_DEPTH[] = "Dither Bit Depth";
 

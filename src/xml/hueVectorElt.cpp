@@ -24,7 +24,7 @@ void HueVectorParamsElt::addRules(AttributeReader& reader)
 
 std::vector<ParamsElt::Param> HueVectorParamsElt::getParams() const
 {
-    return {{ATTR_HUE_VECTOR_CENTER}, {ATTR_HUE_VECTOR_WIDTH}, {ATTR_HUE_VECTOR_AMOUNT}};
+    return needed(ATTRS_HUE_VECTOR_PARAMS);
 }
 
 std::string HueVectorParamsElt::getStyleName() const

@@ -8,7 +8,7 @@ namespace Color::Xml::Reader
 
 std::vector<ParamsElt::Param> LogParamsElt::getParams() const
 {
-    return {{ATTR_GAMMA}, {ATTR_REFWHITE}, {ATTR_REFBLACK}, {ATTR_HIGHLIGHT}, {ATTR_SHADOW}};
+    return needed(ATTRS_LOG_PARAMS);
 }
 
 std::string LogParamsElt::getStyleName() const

@@ -32,6 +32,16 @@ void ParamsElt::start(char const** attributes)
     setParams(channel, _takeNeeded(params, found));
 }
 
+std::vector<ParamsElt::Param> ParamsElt::needed(std::span<char const* const> attributes)
+{
+    std::vector<Param> params;
+    for (char const* const attribute : attributes)
+    {
+        params.push_back({attribute});
+    }
+    return params;
+}
+
 unsigned int ParamsElt::_getChannelNumber(char const* name) const
 {
     std::string const channels = getChannels();

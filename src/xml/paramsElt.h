@@ -5,6 +5,7 @@
 #include "xml/xmlReaderElements.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ protected:
         bool isNeeded = true;
     };
     using Values = std::vector<double>;
+    // A list of numbers all of which are needed.
+    static std::vector<Param> needed(std::span<char const* const> attributes);
 
     // Attributes beside the numbers and the channel.
     virtual void addRules(AttributeReader&) {}

@@ -2,6 +2,7 @@
 #ifndef TAVRIN_XML_STYLED_OP_ELT_H
 #define TAVRIN_XML_STYLED_OP_ELT_H
 
+#include "xml/ctfVocabulary.h"
 #include "xml/opElt.h"
 #include "xml/xmlReaderAttributes.h"
 
@@ -16,9 +17,9 @@ public:
     void start(char const** attributes) override
     {
         OpElt::start(attributes);
-        static constexpr char kStyle[] = "style"; // All operators spell it so, and messages call it so too.
         AttributeReader reader(*this);
-        reader.text(kStyle, [this](char const* name) { (this->op().*kSet)(kParse(name)); }).required(kStyle);
+        // Messages call it so too.
+        reader.text(ATTR_STYLE, [this](char const* name) { (this->op().*kSet)(kParse(name)); }).required(ATTR_STYLE);
         reader.read(attributes);
     }
 };
