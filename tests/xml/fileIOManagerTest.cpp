@@ -31,6 +31,9 @@ TEST(FileFormats, StandInTheOrderOfTheirReaders)
     std::vector<std::string> extensions;
     for (auto const& [extension, description] : FileIOManager::getSupportedFileFormats())
         extensions.push_back(extension);
+    // What comes after depends on the libraries that this build has.
+    ASSERT_GE(extensions.size(), 4U);
+    extensions.resize(4);
     EXPECT_THAT(extensions, ElementsAre("ctf", "cdl", "ccc", "cc"));
 }
 
