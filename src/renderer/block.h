@@ -9,8 +9,9 @@ namespace Rendering
 // vectors, so the places up to the next multiple of a vector's lanes hold values that nobody stores.
 struct Block
 {
-    // Measured best between 512 and 1024 for chains; beyond 2048 the planes leave the cache.
-    static constexpr unsigned int kPixels = 1024;
+    // So few that the planes and the pixels of both sides stay in the first-level cache together, and that the stores of one block
+    // are still on their way to memory while the next one is reckoned; so many that the calls per block cost next to nothing.
+    static constexpr unsigned int kPixels = 128;
     // Keeps equal places of the planes off the same address modulo 4096, which would stall loads behind stores.
     static constexpr unsigned int kGap = 16;
 

@@ -127,6 +127,7 @@ TEST(Formats, EveryCountOfPixelsWritesItsBytesAndNoMore)
 
 TEST(Formats, StreamedStoresGiveTheSameBytesFromAnyAddress)
 {
+    constexpr unsigned int kPixels = Block::kPixels;
     for (SimdTarget target : getSupportedSimdTargets())
     {
         ScopedSimdTarget const scope(target);
@@ -134,15 +135,15 @@ TEST(Formats, StreamedStoresGiveTheSameBytesFromAnyAddress)
         {
             FormatFunctions const& functions = getFormatFunctions(format);
             std::size_t const bytes = PixelModel::pixelBytes(format);
-            std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, 200, 3);
+            std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, kPixels, 3);
             auto const block = std::make_unique<Block>();
-            functions.load(source.data(), 200, *block);
+            functions.load(source.data(), kPixels, *block);
             for (std::size_t shift = 0; shift < 64; ++shift)
             {
-                std::vector<unsigned char> ordinary(200 * bytes + 128, 0xcd);
+                std::vector<unsigned char> ordinary(kPixels * bytes + 128, 0xcd);
                 std::vector<unsigned char> streamed = ordinary;
-                functions.store(*block, 200, ordinary.data() + shift, {source.data(), 1});
-                functions.stream(*block, 200, streamed.data() + shift, {source.data(), 1});
+                functions.store(*block, kPixels, ordinary.data() + shift, {source.data(), 1});
+                functions.stream(*block, kPixels, streamed.data() + shift, {source.data(), 1});
                 finishStreaming();
                 ASSERT_EQ(ordinary, streamed) << nameOf(format) << " shifted by " << shift;
             }
