@@ -50,7 +50,6 @@ private:
     {
         HWY_INLINE VI Load(std::size_t vector) const { return hn::Load(DI(), values + vector * hn::Lanes(D())); }
         HWY_INLINE void Store(std::size_t vector, VI v) { hn::Store(v, DI(), values + vector * hn::Lanes(D())); }
-        HWY_INLINE std::int32_t const* Row(std::size_t vector) const { return values + vector * hn::Lanes(D()); }
 
         HWY_ALIGN std::int32_t values[kChunkPixels];
     };
@@ -85,7 +84,7 @@ private:
         return hn::Min(hn::Max(above, hn::Zero(di)), hn::Set(di, c.lastBucket));
     }
 
-    static HWY_INLINE VI StartsAt(InverseColumn const& c, std::int32_t const* buckets)
+    static HWY_INLINE VI StartsAt(InverseColumn const& c, VI buckets)
     {
         return hn::BitCast(DI(), GatherBits<std::int32_t>(D(), c.starts, buckets));
     }
@@ -104,22 +103,19 @@ private:
             begin.Store(i, bucket);
             end.Store(i, hn::Add(bucket, one));
         }
-        KeepInMemory(&begin);
-        KeepInMemory(&end);
         for (std::size_t i = 0; i < vectors; ++i)
         {
-            begin.Store(i, StartsAt(c, begin.Row(i)));
-            end.Store(i, StartsAt(c, end.Row(i)));
+            begin.Store(i, StartsAt(c, begin.Load(i)));
+            end.Store(i, StartsAt(c, end.Load(i)));
         }
         for (std::int32_t step = 0; step < c.steps; ++step)
         {
             for (std::size_t i = 0; i < vectors; ++i)
                 middle.Store(i, hn::ShiftRight<1>(hn::Add(begin.Load(i), end.Load(i))));
-            KeepInMemory(&middle);
             for (std::size_t i = 0; i < vectors; ++i)
             {
                 const V v = hn::Load(d, values + i * hn::Lanes(d));
-                const auto isLess = hn::RebindMask(di, hn::Lt(Gather<FloatEntry>(d, c.values, middle.Row(i)), v));
+                const auto isLess = hn::RebindMask(di, hn::Lt(Gather<FloatEntry>(d, c.values, middle.Load(i)), v));
                 const auto isOpen = hn::Lt(begin.Load(i), end.Load(i));
                 begin.Store(i, hn::IfThenElse(hn::And(isLess, isOpen), hn::Add(middle.Load(i), one), begin.Load(i)));
                 end.Store(i, hn::IfThenElse(hn::AndNot(isLess, isOpen), middle.Load(i), end.Load(i)));
@@ -141,13 +137,11 @@ private:
             low.Store(i, below);
             high.Store(i, hn::Min(hn::Add(below, one), hn::Set(di, c.lastRow)));
         }
-        KeepInMemory(&low);
-        KeepInMemory(&high);
         for (std::size_t i = 0; i < vectors; ++i)
         {
             const V v = hn::Load(d, plane + i * hn::Lanes(d));
-            const V lowValue = Gather<FloatEntry>(d, c.values, low.Row(i));
-            const V highValue = Gather<FloatEntry>(d, c.values, high.Row(i));
+            const V lowValue = Gather<FloatEntry>(d, c.values, low.Load(i));
+            const V highValue = Gather<FloatEntry>(d, c.values, high.Load(i));
             const V quotient = hn::Div(hn::Sub(v, lowValue), hn::Sub(highValue, lowValue));
             const V fraction = hn::IfThenElseZero(hn::Gt(highValue, lowValue), quotient);
             const V row = hn::Add(hn::ConvertTo(d, low.Load(i)), hn::Set(d, c.startOffset));

@@ -10,6 +10,7 @@
 #include "renderer/channelOrder-inl.h"
 #include "renderer/gather-inl.h"
 #include "renderer/halfFloat-inl.h"
+#include "renderer/limit-inl.h"
 #include "renderer/truncate-inl.h"
 
 #include <hwy/highway.h>
@@ -22,16 +23,16 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // Rows are reckoned by one of three rules; each gives the table's value for a vector of inputs.
 
-// The input is a code: an integer, or the bit pattern of a half. Codes beyond the table, which 16-bit words of 10 and 12-bit
-// formats may hold, take its last row.
+// The input is a code, as an integer in the place of the float: that of an integer format, or the bit pattern of a half. Codes
+// beyond the table, which 16-bit words of 10 and 12-bit formats may hold, take its last row.
 template <class Entry>
 struct LookUp : Lut1DParameters
 {
     template <class D, class V>
     HWY_INLINE V Value(D d, void const* entries, V code) const
     {
-        const auto row = TruncateInRange(d, hn::Min(code, hn::Set(d, maxIndex)));
-        return Gather<Entry>(d, entries, row);
+        const hn::RebindToSigned<D> di;
+        return Gather<Entry>(d, entries, hn::Min(hn::BitCast(di, code), hn::Set(di, static_cast<std::int32_t>(maxIndex))));
     }
 };
 
@@ -39,12 +40,9 @@ struct LookUp : Lut1DParameters
 template <class D, class V>
 HWY_INLINE V ClampToRows(D d, V x, float maxIndex)
 {
-    const V last = hn::Set(d, maxIndex);
-    const V notBelow = hn::IfThenElseZero(hn::Gt(x, hn::Zero(d)), x);
-    return hn::IfThenElse(hn::Lt(notBelow, last), notBelow, last);
+    return AtMost(AtLeast(x, hn::Zero(d)), hn::Set(d, maxIndex));
 }
 
-template <class Entry>
 struct Interpolate : Lut1DParameters
 {
     template <class D, class V>
@@ -53,36 +51,14 @@ struct Interpolate : Lut1DParameters
         const V x = ClampToRows(d, hn::Mul(in, hn::Set(d, indexScale)), maxIndex);
         const auto lower = TruncateInRange(d, x);
         const V next = hn::Add(hn::ConvertTo(d, lower), hn::Set(d, 1.0F));
-        const V upper = hn::IfThenElse(hn::Lt(next, hn::Set(d, maxIndex)), next, hn::Set(d, maxIndex));
-        const V delta = hn::Sub(upper, x);
-        const V low = Gather<Entry>(d, entries, lower);
-        const V high = Gather<Entry>(d, entries, TruncateInRange(d, upper));
+        const V delta = hn::Sub(AtMost(next, hn::Set(d, maxIndex)), x);
+        V low, high;
+        GatherNeighbours(d, static_cast<float const*>(entries), lower, low, high);
         return hn::Add(hn::Mul(hn::Sub(low, high), delta), high);
     }
 };
 
-// The same from prepared differences, which a gather fetches together with the upper entry.
-struct InterpolateInPairs : Lut1DParameters
-{
-    template <class D, class V>
-    HWY_INLINE V Value(D d, void const* pairs, V in) const
-    {
-        const V x = ClampToRows(d, hn::Mul(in, hn::Set(d, indexScale)), maxIndex);
-        const auto lower = TruncateInRange(d, x);
-        const V next = hn::Add(hn::ConvertTo(d, lower), hn::Set(d, 1.0F));
-        const V upper = hn::IfThenElse(hn::Lt(next, hn::Set(d, maxIndex)), next, hn::Set(d, maxIndex));
-        const V delta = hn::Sub(upper, x);
-        V difference, high;
-        HWY_ALIGN std::int32_t rows[hn::MaxLanes(D())];
-        hn::Store(lower, hn::RebindToSigned<D>(), rows);
-        KeepInMemory(rows);
-        GatherPairs(d, static_cast<EntryPair const*>(pairs), rows, difference, high);
-        return hn::Add(hn::Mul(difference, delta), high);
-    }
-};
-
 // The table has a row for each half: the two halfs around the value are interpolated.
-template <class Entry>
 struct HalfCode : Lut1DParameters
 {
     template <class D, class V>
@@ -113,8 +89,8 @@ struct HalfCode : Lut1DParameters
         // Beyond 65504 both are the same half, and a NaN has no place between two.
         const auto isBetween = hn::And(hn::Eq(quotient, quotient), hn::RebindMask(d, hn::Ne(lower, upper)));
         const V ratio = hn::IfThenElseZero(isBetween, quotient);
-        const V low = Gather<Entry>(d, entries, hn::BitCast(di, lower));
-        const V high = Gather<Entry>(d, entries, hn::BitCast(di, upper));
+        const V low = Gather<FloatEntry>(d, entries, hn::BitCast(di, lower));
+        const V high = Gather<FloatEntry>(d, entries, hn::BitCast(di, upper));
         return hn::Add(hn::Mul(hn::Sub(low, high), hn::Sub(hn::Set(d, 1.0F), ratio)), high);
     }
 };
@@ -133,25 +109,42 @@ struct PerChannel : Rows
     }
 };
 
-// The middle channel keeps its place between the other two. The places of the input are those of its values, not of half patterns.
-template <class Rows, bool kTakesHalfCodes>
+// What the input of a rule is worth.
+struct AsItIs
+{
+    template <class D, class V>
+    static HWY_INLINE V Of(D, V in)
+    {
+        return in;
+    }
+};
+struct OfCode
+{
+    template <class D, class V>
+    static HWY_INLINE V Of(D d, V in)
+    {
+        return hn::ConvertTo(d, hn::BitCast(hn::RebindToSigned<D>(), in));
+    }
+};
+struct OfHalfCode
+{
+    template <class D, class V>
+    static HWY_INLINE V Of(D d, V in)
+    {
+        return HalfBitsToFloat(d, hn::BitCast(hn::RebindToUnsigned<D>(), in));
+    }
+};
+
+// The middle channel keeps its place between the other two.
+template <class Rows, class InputValue>
 struct HueAdjusted : Rows
 {
     template <class D, class V>
-    static HWY_INLINE V InputValue(D d, V in)
-    {
-        if constexpr (kTakesHalfCodes)
-            return HalfBitsToFloat(d, hn::BitCast(hn::RebindToUnsigned<D>(), TruncateInRange(d, in)));
-        else
-            return in;
-    }
-
-    template <class D, class V>
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
-        const V red = InputValue(d, r);
-        const V green = InputValue(d, g);
-        const V blue = InputValue(d, b);
+        const V red = InputValue::Of(d, r);
+        const V green = InputValue::Of(d, g);
+        const V blue = InputValue::Of(d, b);
         const ChannelOrder<D> order(red, green, blue);
         const V chroma = ChromaOfMid(d, order.Max(red, green, blue), order.Mid(red, green, blue), order.Min(red, green, blue));
         r = Rows::Value(d, Rows::table[0], r);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -90,106 +91,122 @@ std::unique_ptr<Lut1DOp> resampled(Lut1DOp const& op)
     if (isInterpolated(op) || op.mayLookup(op.getInputBitDepth()))
         return nullptr;
     std::unique_ptr<Lut1DOp> const domain = op.makeLookupDomain(op.getInputBitDepth());
-    return Color::TransformTools::compose(*domain, op, Color::TransformTools::ComposeMethod::FirstGrid);
+    Lut1DOp active(op);
+    active.setBypass(std::make_shared<Color::BypassDynamicProperty>(false, false)); // The table is wanted when it is off again.
+    return Color::TransformTools::compose(*domain, active, Color::TransformTools::ComposeMethod::FirstGrid);
 }
 
-// A value as its entry stands for: rounded and clamped where the operator's output is an integer, finite where it is not.
+// A value as its entry stands for: rounded and clamped where the operator's output is an integer, finite where it is not, and then
+// as precise as an entry of that type is.
 class EntryValue
 {
 public:
-    explicit EntryValue(BitDepth outputDepth)
+    EntryValue(BitDepth outputDepth, EntryType precision)
         : m_toInteger(Tavrin::isIntegerDepth(outputDepth)),
           m_min(Tavrin::getBitDepthMinValue(outputDepth)),
-          m_max(Tavrin::getBitDepthMaxValue(outputDepth))
+          m_max(Tavrin::getBitDepthMaxValue(outputDepth)),
+          m_precision(precision)
     {
     }
 
     float operator()(float value) const
     {
-        if (!m_toInteger)
-            return Foundation::Numerics::sanitizeFloat(value);
+        float const limited = m_toInteger ? _rounded(value) : Foundation::Numerics::sanitizeFloat(value);
+        switch (m_precision)
+        {
+        case EntryType::Byte:
+        case EntryType::Short:
+            return std::trunc(limited);
+        case EntryType::Half:
+            return half(limited);
+        case EntryType::Float:
+            break;
+        }
+        return limited;
+    }
+
+private:
+    float _rounded(float value) const
+    {
         float const rounded = value + 0.5F;
         return rounded > m_max ? m_max : rounded > m_min ? rounded : m_min;
     }
 
-private:
     bool m_toInteger;
     float m_min;
     float m_max;
+    EntryType m_precision;
 };
 
-// The three columns as arrays of entries.
+// The three columns as arrays of entries. Columns that are equal, as those of a curve for all channels are, stand in memory once:
+// the fewer bytes pixels look into, the more of them are in the fastest cache.
 class EntryTables
 {
 public:
-    // Float entries of a table that is interpolated are stored in pairs while these take no more room than the largest table of
-    // entries does.
-    static constexpr unsigned int kMaxPairs = 32768;
-
-    EntryTables(Color::Array const& rows, EntryType type, EntryValue const& value, bool inPairs)
+    EntryTables(Color::Array const& rows, EntryType type, EntryValue const& value)
     {
         for (unsigned int column = 0; column < 3; ++column)
         {
             switch (type)
             {
             case EntryType::Byte:
-                _fill<std::uint8_t>(column, rows, [&](float v) { return static_cast<std::uint8_t>(value(v)); });
+                _fill(column, rows, [&](float v) { return static_cast<std::uint8_t>(value(v)); });
                 break;
             case EntryType::Short:
-                _fill<std::uint16_t>(column, rows, [&](float v) { return static_cast<std::uint16_t>(value(v)); });
+                _fill(column, rows, [&](float v) { return static_cast<std::uint16_t>(value(v)); });
                 break;
             case EntryType::Half:
-                _fill<std::uint16_t>(column, rows, [&](float v) { return half(value(v)).bits(); });
+                _fill(column, rows, [&](float v) { return half(value(v)).bits(); });
                 break;
             case EntryType::Float:
-                if (inPairs)
-                    _fillPairs(column, rows, value);
-                else
-                    _fill<float>(column, rows, value);
+                _fill(column, rows, value);
                 break;
             }
+            if (column > 0 && m_columns[column] == m_columns[0])
+                m_columns[column] = {};
         }
     }
 
-    void const* operator[](unsigned int column) const { return m_columns[column].data(); }
+    void const* operator[](unsigned int column) const
+    {
+        return m_columns[column].empty() ? m_columns[0].data() : m_columns[column].data();
+    }
 
 private:
-    template <class Entry, class Convert>
+    // One entry more than there are rows repeats the last one.
+    template <class Convert>
     void _fill(unsigned int column, Color::Array const& rows, Convert const& convert)
     {
+        using Entry = decltype(convert(0.0F));
+        unsigned int const lastRow = rows.getDimension() - 1;
         std::vector<std::byte>& bytes = m_columns[column];
-        bytes.resize(std::size_t{rows.getDimension()} * sizeof(Entry));
-        for (unsigned int i = 0; i < rows.getDimension(); ++i)
+        bytes.resize((std::size_t{lastRow} + 2) * sizeof(Entry));
+        for (unsigned int i = 0; i <= lastRow + 1; ++i)
         {
-            Entry const entry = convert(rows.get(3 * i + column));
+            Entry const entry = convert(rows.get(3 * std::min(i, lastRow) + column));
             std::memcpy(bytes.data() + i * sizeof entry, &entry, sizeof entry);
-        }
-    }
-
-    void _fillPairs(unsigned int column, Color::Array const& rows, EntryValue const& value)
-    {
-        unsigned int const dimension = rows.getDimension();
-        std::vector<std::byte>& bytes = m_columns[column];
-        bytes.resize(std::size_t{dimension} * sizeof(EntryPair));
-        for (unsigned int i = 0; i < dimension; ++i)
-        {
-            float const low = value(rows.get(3 * i + column));
-            float const high = value(rows.get(3 * std::min(i + 1, dimension - 1) + column));
-            EntryPair const pair{low - high, high};
-            std::memcpy(bytes.data() + i * sizeof pair, &pair, sizeof pair);
         }
     }
 
     std::array<std::vector<std::byte>, 3> m_columns;
 };
 
-TableKernel kernelOf(RowRule rule, EntryType type, bool inPairs)
+TableKernel kernelOf(RowRule rule, EntryType type)
 {
-    static constexpr TableKernel kKernels[3][4] = {
-        {TableKernel::LookUpByte, TableKernel::LookUpShort, TableKernel::LookUpHalf, TableKernel::LookUpFloat},
-        {TableKernel::InterpolateByte, TableKernel::InterpolateShort, TableKernel::InterpolateHalf, TableKernel::InterpolateFloat},
-        {TableKernel::HalfCodeByte, TableKernel::HalfCodeShort, TableKernel::HalfCodeHalf, TableKernel::HalfCodeFloat}};
-    return inPairs ? TableKernel::InterpolatePairs : kKernels[static_cast<int>(rule)][static_cast<int>(type)];
+    switch (rule)
+    {
+    case RowRule::LookUp:
+    {
+        static constexpr TableKernel kKernels[] = {TableKernel::LookUpByte, TableKernel::LookUpShort, TableKernel::LookUpHalf,
+                                                   TableKernel::LookUpFloat};
+        return kKernels[static_cast<int>(type)];
+    }
+    case RowRule::Interpolate:
+        return TableKernel::InterpolateRows;
+    case RowRule::HalfCode:
+        break;
+    }
+    return TableKernel::InterpolateHalfs;
 }
 
 TableKernel hueAdjustKernelOf(RowRule rule, bool takesHalfCodes)
@@ -199,11 +216,11 @@ TableKernel hueAdjustKernelOf(RowRule rule, bool takesHalfCodes)
     case RowRule::LookUp:
         return takesHalfCodes ? TableKernel::LookUpHalfCodesHueAdjust : TableKernel::LookUpHueAdjust;
     case RowRule::Interpolate:
-        return TableKernel::InterpolateHueAdjust;
+        return TableKernel::InterpolateRowsHueAdjust;
     case RowRule::HalfCode:
         break;
     }
-    return TableKernel::HalfCodeHueAdjust;
+    return TableKernel::InterpolateHalfsHueAdjust;
 }
 
 class Lut1DTableRenderer : public VirtualRenderer
@@ -214,14 +231,14 @@ public:
         : VirtualRenderer(op),
           m_kind(_kindOf(op)),
           m_inputDepth(op.getInputBitDepth()),
+          m_outputDepth(op.getOutputBitDepth()),
           m_rule(_ruleOf(op)),
           m_isHueAdjusted(op.getHueAdjust() != Lut1DOp::HueAdjust::None),
-          m_entryType(m_isHueAdjusted ? EntryType::Float : entryTypeOf(op.getOutputBitDepth())),
-          m_inPairs(!m_isHueAdjusted && m_rule == RowRule::Interpolate && m_entryType == EntryType::Float &&
-                    rows.getDimension() <= EntryTables::kMaxPairs),
-          m_tables(rows, m_entryType, EntryValue(op.getOutputBitDepth()), m_inPairs),
-          m_function(getTableKernel(m_isHueAdjusted ? hueAdjustKernelOf(m_rule, _takesHalfCodes())
-                                                    : kernelOf(m_rule, m_entryType, m_inPairs))),
+          m_precision(m_isHueAdjusted ? EntryType::Float : entryTypeOf(m_outputDepth)),
+          m_entryType(m_rule == RowRule::LookUp ? m_precision : EntryType::Float),
+          m_tables(rows, m_entryType, EntryValue(m_outputDepth, m_precision)),
+          m_function(getTableKernel(m_isHueAdjusted ? hueAdjustKernelOf(m_rule, m_inputDepth == Tavrin::BIT_DEPTH_16f)
+                                                    : kernelOf(m_rule, m_entryType))),
           m_parameters{{m_tables[0], m_tables[1], m_tables[2]},
                        isInterpolated(op) ? 1.0F / Color::Op::getValueStepSize(op.getInputBitDepth(), rows.getDimension()) : 0.0F,
                        static_cast<float>(rows.getDimension() - 1),
@@ -231,11 +248,14 @@ public:
 
     RendererKind getOpType() const override { return m_kind; }
     LineKernel prepareLine(LineParameters&) const override { return {m_function, &m_parameters}; }
-    bool takesHalfCodes() const override { return _takesHalfCodes(); }
+    bool takesCodes() const override { return m_rule == RowRule::LookUp; }
+
+    Lut1DParameters const* getDirectEntries(BitDepth output) const override
+    {
+        return takesCodes() && !m_isHueAdjusted && output == m_outputDepth ? &m_parameters : nullptr;
+    }
 
 private:
-    bool _takesHalfCodes() const { return m_inputDepth == Tavrin::BIT_DEPTH_16f; }
-
     static RowRule _ruleOf(Lut1DOp const& op)
     {
         if (!isInterpolated(op))
@@ -252,10 +272,11 @@ private:
 
     RendererKind m_kind;
     BitDepth m_inputDepth;
+    BitDepth m_outputDepth;
     RowRule m_rule;
     bool m_isHueAdjusted;
+    EntryType m_precision;
     EntryType m_entryType;
-    bool m_inPairs;
     EntryTables m_tables;
     BlockFunction m_function;
     Lut1DParameters m_parameters;

@@ -5,8 +5,8 @@
 namespace Rendering
 {
 
-// Tables of red, green and blue, of the entry type that the kernel's name tells; at least kTablePadding bytes behind the last entry
-// can be read.
+// Tables of red, green and blue, of the entry type that the kernel's name tells, or else of floats. Those of floats repeat their
+// last row once more, so that each row has a next one behind it.
 struct Lut1DParameters
 {
     void const* table[3];
@@ -15,14 +15,6 @@ struct Lut1DParameters
     // The last row.
     float maxIndex;
     float alphaScale;
-};
-
-// What InterpolatePairs finds in a row: the row's value less the next row's, and the next row's value. The last row is its own
-// next.
-struct EntryPair
-{
-    float difference;
-    float next;
 };
 
 } // namespace Rendering

@@ -108,10 +108,10 @@ private:
     BlockFunction m_function;
 };
 
-// Whether the first renderer takes the bit patterns of halfs; a bypassed one never does.
+// What the first renderer wants is asked for; a bypassed one takes values.
 bool prepareLine(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
 {
-    bool takesHalfCodes = false;
+    bool takesCodes = false;
     for (std::size_t i = 0; i < running.size(); ++i)
     {
         VirtualRenderer const& renderer = renderers[i];
@@ -120,9 +120,17 @@ bool prepareLine(TransformProcessor const& renderers, BypassScales const& bypass
         running[i].kernel = isBypassed ? bypassScales.prepareLine(isFirst, i + 1 == running.size(), running[i].parameters)
                                        : renderer.prepareLine(running[i].parameters);
         if (isFirst)
-            takesHalfCodes = !isBypassed && renderer.takesHalfCodes();
+            takesCodes = !isBypassed && renderer.takesCodes();
     }
-    return takesHalfCodes;
+    return takesCodes;
+}
+
+// The tables of a lone renderer whose entries are all that the next line needs.
+Lut1DParameters const* getDirectEntries(TransformProcessor const& renderers, PixelFormat out)
+{
+    if (renderers.size() != 1 || renderers[0].isBypassed())
+        return nullptr;
+    return renderers[0].getDirectEntries(Color::Utils::depthOf(out));
 }
 
 } // namespace
@@ -139,29 +147,32 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
         return;
     SourceLines const source = sourceLines(sourcePixels, m_in, roi, sourcePadding);
     DestinationLines const destination = destinationLines(destinationPixels, m_out, roi, destinationPadding);
-    DirectLine const direct = renderers.size() == 1 ? renderers[0].getDirectLine(m_in, m_out) : DirectLine();
     BypassScales const bypassScales(m_in, m_out);
     bool const streams = wantsStreaming(source, destination, roi);
     StoreFunction const store = streams ? m_destination.stream : m_destination.store;
+    EntryStoreFunction const storeEntries = streams ? m_destination.streamEntries : m_destination.storeEntries;
 
     Block block;
     RunningRenderers running(renderers.size(), boost::container::default_init);
     for (unsigned int line = 0; line < roi.height; ++line)
     {
-        if (direct.function != nullptr && !renderers[0].isBypassed())
-        {
-            direct.function(direct.parameters, source.line(line), destination.line(line), roi.width);
-            continue;
-        }
-        bool const takesCodes = prepareLine(renderers, bypassScales, running);
+        Lut1DParameters const* const entries = getDirectEntries(renderers, m_out);
+        bool const takesCodes = entries != nullptr || prepareLine(renderers, bypassScales, running);
         LoadFunction const load = takesCodes ? m_source.loadCodes : m_source.load;
         for (unsigned int x = 0; x < roi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(roi.width - x, Block::kPixels);
+            std::uint8_t* const target = destination.pixel(line, x);
+            UpcomingPixels const upcoming = source.following(line, x + count, roi.width);
             load(source.pixel(line, x), count, block);
+            if (entries != nullptr)
+            {
+                storeEntries(*entries, block, count, target, upcoming);
+                continue;
+            }
             for (RunningRenderer const& renderer : running)
                 renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line});
-            store(block, count, destination.pixel(line, x), source.following(line, x + count, roi.width));
+            store(block, count, target, upcoming);
         }
     }
     if (streams)

@@ -1,4 +1,4 @@
-// Entries of tables for a vector of row numbers, which come from memory: as many 32-bit integers as a vector of floats has lanes.
+// Entries of tables for a vector of row numbers: as many 32-bit integers, none below 0, as a vector of floats has lanes.
 #if defined(TAVRIN_RENDERER_GATHER_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef TAVRIN_RENDERER_GATHER_INL_H
 #undef TAVRIN_RENDERER_GATHER_INL_H
@@ -6,7 +6,6 @@
 #define TAVRIN_RENDERER_GATHER_INL_H
 #endif
 
-#include "renderer/CPULut1DOp.h"
 #include "renderer/halfFloat-inl.h"
 
 #include <hwy/highway.h>
@@ -38,23 +37,48 @@ struct FloatEntry
     using Type = float;
 };
 
-// Makes the compiler leave an array in memory. It would otherwise pull each element out of the vector that was stored there, which
-// costs two to three instructions where a load costs one.
-HWY_INLINE void KeepInMemory(void const* array)
-{
-#if HWY_COMPILER_GCC || HWY_COMPILER_CLANG
-    asm volatile("" : : "r"(array) : "memory"); // NOLINT(hicpp-no-assembler)
+#undef TAVRIN_GATHER_X86
+#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86_64
+#define TAVRIN_GATHER_X86 1
 #else
-    (void)array;
+#define TAVRIN_GATHER_X86 0
 #endif
-}
 
-#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
+#if TAVRIN_GATHER_X86
 
 // Entries are loaded one by one into lanes. The gathers of the instruction sets are no faster than that at best, and with the
 // microcode that keeps them from leaking data, which many processors run, less than half as fast.
+
+// Four numbers out of a register, two with each move.
+class FourRows
+{
+public:
+    HWY_INLINE explicit FourRows(__m128i rows)
+        : m_pairs{static_cast<std::uint64_t>(_mm_cvtsi128_si64(rows)), static_cast<std::uint64_t>(_mm_extract_epi64(rows, 1))}
+    {
+    }
+
+    HWY_INLINE std::uint64_t operator[](int i) const { return i % 2 == 0 ? m_pairs[i / 2] & 0xffffffffU : m_pairs[i / 2] >> 32; }
+
+private:
+    std::uint64_t m_pairs[2];
+};
+
+// Those of a block of four lanes.
+template <int kBlock, class VI>
+HWY_INLINE FourRows RowsOfBlock(VI rows)
+{
+#if HWY_TARGET == HWY_AVX3
+    return FourRows(_mm512_extracti32x4_epi32(rows.raw, kBlock));
+#elif HWY_TARGET == HWY_AVX2
+    return FourRows(_mm256_extracti128_si256(rows.raw, kBlock));
+#else
+    return FourRows(rows.raw);
+#endif
+}
+
 template <class T>
-HWY_INLINE __m128i FourEntries(T const* entries, std::int32_t const* row)
+HWY_INLINE __m128i FourEntries(T const* entries, FourRows const& row)
 {
     if constexpr (sizeof(T) == 1)
     {
@@ -81,31 +105,36 @@ HWY_INLINE __m128i FourEntries(T const* entries, std::int32_t const* row)
 }
 
 template <class T, class D>
-HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* table, std::int32_t const* rows)
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* table, hn::VFromD<hn::RebindToSigned<D>> rows)
 {
     using VU = hn::VFromD<hn::RebindToUnsigned<D>>;
-    const auto four = [&](int i) { return FourEntries(static_cast<T const*>(table), rows + 4 * i); };
+    T const* const entries = static_cast<T const*>(table);
 #if HWY_TARGET == HWY_AVX3
-    const __m256i low = _mm256_inserti128_si256(_mm256_castsi128_si256(four(0)), four(1), 1);
-    const __m256i high = _mm256_inserti128_si256(_mm256_castsi128_si256(four(2)), four(3), 1);
+    const __m256i low = _mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, RowsOfBlock<0>(rows))),
+                                                FourEntries(entries, RowsOfBlock<1>(rows)), 1);
+    const __m256i high = _mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, RowsOfBlock<2>(rows))),
+                                                 FourEntries(entries, RowsOfBlock<3>(rows)), 1);
     return VU{_mm512_inserti64x4(_mm512_castsi256_si512(low), high, 1)};
 #elif HWY_TARGET == HWY_AVX2
-    return VU{_mm256_inserti128_si256(_mm256_castsi128_si256(four(0)), four(1), 1)};
+    return VU{_mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, RowsOfBlock<0>(rows))),
+                                      FourEntries(entries, RowsOfBlock<1>(rows)), 1)};
 #else
-    return VU{four(0)};
+    return VU{FourEntries(entries, RowsOfBlock<0>(rows))};
 #endif
 }
 
 #else
 
 template <class T, class D>
-HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* entries, std::int32_t const* rows)
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* table, hn::VFromD<hn::RebindToSigned<D>> rows)
 {
     const hn::RebindToUnsigned<D> du;
+    HWY_ALIGN std::int32_t row[hn::MaxLanes(D())];
     HWY_ALIGN std::uint32_t bits[hn::MaxLanes(D())];
+    hn::Store(rows, hn::RebindToSigned<D>(), row);
     for (std::size_t i = 0; i < hn::Lanes(du); ++i)
     {
-        T const entry = static_cast<T const*>(entries)[rows[i]];
+        T const entry = static_cast<T const*>(table)[row[i]];
         if constexpr (sizeof(T) == 4)
             hwy::CopyBytes<4>(&entry, &bits[i]);
         else
@@ -118,7 +147,7 @@ HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* entries
 
 // The entry as a value.
 template <class Entry, class D>
-HWY_INLINE hn::VFromD<D> Gather(D d, void const* entries, std::int32_t const* rows)
+HWY_INLINE hn::VFromD<D> Gather(D d, void const* entries, hn::VFromD<hn::RebindToSigned<D>> rows)
 {
     const auto bits = GatherBits<typename Entry::Type>(d, entries, rows);
     if constexpr (std::is_same_v<Entry, FloatEntry>)
@@ -129,51 +158,49 @@ HWY_INLINE hn::VFromD<D> Gather(D d, void const* entries, std::int32_t const* ro
         return hn::ConvertTo(d, hn::BitCast(hn::RebindToSigned<D>(), bits));
 }
 
-// The same for rows in a register.
-template <class Entry, class D, class VI>
-requires(!std::is_pointer_v<VI>) HWY_INLINE hn::VFromD<D> Gather(D d, void const* entries, VI row)
-{
-    HWY_ALIGN std::int32_t rows[hn::MaxLanes(D())];
-    hn::Store(row, hn::RebindToSigned<D>(), rows);
-    KeepInMemory(rows);
-    return Gather<Entry>(d, entries, static_cast<std::int32_t const*>(rows));
-}
-
-// Both halves of a pair come with one access.
+// The entries of the rows and of the rows behind them; both come with one access.
 template <class D, class V>
-HWY_INLINE void GatherPairs(D d, EntryPair const* pairs, std::int32_t const* rows, V& difference, V& next)
+HWY_INLINE void GatherNeighbours(D d, float const* entries, hn::VFromD<hn::RebindToSigned<D>> rows, V& entry, V& next)
 {
-#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
-    double const* const base = reinterpret_cast<double const*>(pairs); // 64 bits alone are meant
-    const auto two = [&](int i) { return _mm_loadh_pd(_mm_load_sd(base + rows[2 * i]), base + rows[2 * i + 1]); };
+#if TAVRIN_GATHER_X86
+    const auto load = [&](std::uint64_t first, std::uint64_t second)
+    {
+        const __m128i v = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(entries + first));
+        return _mm_loadh_pi(_mm_castsi128_ps(v), reinterpret_cast<const __m64*>(entries + second));
+    };
+    // Rows 0 and 1, or 2 and 3, of each block of four lanes, so that the shuffles at the end stay within these.
+    const auto two = [&](FourRows const& row, int i) { return load(row[i], row[i + 1]); };
 #if HWY_TARGET == HWY_AVX3
-    const auto four = [&](int i) { return _mm256_insertf128_pd(_mm256_castpd128_pd256(two(2 * i)), two(2 * i + 1), 1); };
     const auto eight = [&](int i)
-    { return V{_mm512_castpd_ps(_mm512_insertf64x4(_mm512_castpd256_pd512(four(2 * i)), four(2 * i + 1), 1))}; };
-    const V low = eight(0);
-    const V high = eight(1);
+    {
+        const __m256 low =
+            _mm256_insertf128_ps(_mm256_castps128_ps256(two(RowsOfBlock<0>(rows), i)), two(RowsOfBlock<1>(rows), i), 1);
+        const __m256 high =
+            _mm256_insertf128_ps(_mm256_castps128_ps256(two(RowsOfBlock<2>(rows), i)), two(RowsOfBlock<3>(rows), i), 1);
+        return _mm512_insertf32x8(_mm512_castps256_ps512(low), high, 1);
+    };
+    const __m512 first = eight(0);
+    const __m512 second = eight(2);
+    entry = V{_mm512_shuffle_ps(first, second, 0x88)};
+    next = V{_mm512_shuffle_ps(first, second, 0xdd)};
 #elif HWY_TARGET == HWY_AVX2
     const auto four = [&](int i)
-    { return V{_mm256_castpd_ps(_mm256_insertf128_pd(_mm256_castpd128_pd256(two(2 * i)), two(2 * i + 1), 1))}; };
-    const V low = four(0);
-    const V high = four(1);
+    { return _mm256_insertf128_ps(_mm256_castps128_ps256(two(RowsOfBlock<0>(rows), i)), two(RowsOfBlock<1>(rows), i), 1); };
+    const __m256 first = four(0);
+    const __m256 second = four(2);
+    entry = V{_mm256_shuffle_ps(first, second, 0x88)};
+    next = V{_mm256_shuffle_ps(first, second, 0xdd)};
 #else
-    const V low{_mm_castpd_ps(two(0))};
-    const V high{_mm_castpd_ps(two(1))};
+    const __m128 first = two(RowsOfBlock<0>(rows), 0);
+    const __m128 second = two(RowsOfBlock<0>(rows), 2);
+    entry = V{_mm_shuffle_ps(first, second, 0x88)};
+    next = V{_mm_shuffle_ps(first, second, 0xdd)};
 #endif
-    difference = hn::ConcatEven(d, high, low);
-    next = hn::ConcatOdd(d, high, low);
 #else
-    HWY_ALIGN float differences[hn::MaxLanes(D())];
-    HWY_ALIGN float nexts[hn::MaxLanes(D())];
-    for (std::size_t i = 0; i < hn::Lanes(d); ++i)
-    {
-        differences[i] = pairs[rows[i]].difference;
-        nexts[i] = pairs[rows[i]].next;
-    }
-    difference = hn::Load(d, differences);
-    next = hn::Load(d, nexts);
+    entry = Gather<FloatEntry>(d, entries, rows);
+    next = Gather<FloatEntry>(d, entries + 1, rows);
 #endif
+    (void)d;
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -10,10 +10,14 @@ std::unique_ptr<Color::Lut1DOp> makeFastLut1D(Color::InvLut1DOp const& op, bool 
 {
     Color::InvLut1DOp exact(op);
     exact.setInvStyle(Color::InvLut1DOp::InvStyle::Exact);
+    exact.setBypass(std::make_shared<Color::BypassDynamicProperty>(false, false)); // The table is wanted when it is off again.
     Tavrin::BitDepth const depth = forGPU && !exact.hasExtendedDomain() ? Tavrin::BIT_DEPTH_12i : exact.getInputBitDepth();
     std::unique_ptr<Color::Lut1DOp> const domain = exact.makeLookupDomain(depth);
     domain->setOutputBitDepth(exact.getInputBitDepth());
-    return Color::TransformTools::compose(*domain, exact, Color::TransformTools::ComposeMethod::FirstGrid);
+    std::unique_ptr<Color::Lut1DOp> fast =
+        Color::TransformTools::compose(*domain, exact, Color::TransformTools::ComposeMethod::FirstGrid);
+    fast->setBypass(op.getBypass());
+    return fast;
 }
 
 } // namespace Rendering::InvLutUtil

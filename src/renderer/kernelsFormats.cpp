@@ -8,6 +8,8 @@
 #include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
+#include "renderer/CPULut1DOp.h"
+#include "renderer/gather-inl.h"
 #include "renderer/halfFloat-inl.h"
 #include "renderer/kernelsFormats.h"
 #include "renderer/transpose-inl.h"
@@ -17,6 +19,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #ifndef TAVRIN_RENDERER_KERNELS_FORMATS_CPP_ONCE
 #define TAVRIN_RENDERER_KERNELS_FORMATS_CPP_ONCE
@@ -156,6 +159,7 @@ template <class T, unsigned int kMax>
 struct IntegerElement
 {
     using Type = T;
+    using Entry = std::conditional_t<sizeof(T) == 1, ByteEntry, ShortEntry>;
     static constexpr float kImplicitAlpha = static_cast<float>(kMax);
 
     static HWY_INLINE V ToFloat(VU codes) { return hn::ConvertTo(D(), hn::BitCast(DI(), codes)); }
@@ -171,6 +175,7 @@ struct IntegerElement
 struct HalfElement
 {
     using Type = std::uint16_t;
+    using Entry = HalfEntry;
     static constexpr float kImplicitAlpha = 1.0F;
 
     static HWY_INLINE V ToFloat(VU codes) { return HalfBitsToFloat(D(), codes); }
@@ -322,35 +327,57 @@ HWY_INLINE void InColorOrder(C const& c, Value& red, Value& green, Value& blue, 
     }
 }
 
-// Integer elements, and halfs where the target has no conversion of its own.
-template <Layout kLayout, class Element>
-struct CodeFormat
+// What formats of codes have in common. Format has operations for codes: LoadCodes(p, red, green, blue, alpha) and
+// StoreCodes<kStream>(red, green, blue, alpha, p), where alpha is a value on the way out and may be anything on the way in if there
+// is none.
+template <class Format, class Element, bool kHasAlpha>
+struct ValuesOfCodes
 {
-    using T = typename Element::Type;
-    static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(T);
-    static constexpr bool kCanStream = hasAlpha(kLayout);
+    static HWY_INLINE V AlphaValue(VU code) { return kHasAlpha ? Element::ToFloat(code) : hn::Set(D(), Element::kImplicitAlpha); }
 
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
-        const T* const elements = reinterpret_cast<const T*>(p);
-        VU r, g, b, a;
-        if constexpr (hasAlpha(kLayout))
-            InColorOrder<kLayout>(LoadCodes4(elements), r, g, b, a);
-        else
-            InColorOrder<kLayout>(LoadCodes3(elements), r, g, b, a);
+        VU r, g, b;
+        Format::LoadCodes(p, r, g, b, alpha);
         red = Element::ToFloat(r);
         green = Element::ToFloat(g);
         blue = Element::ToFloat(b);
-        alpha = hasAlpha(kLayout) ? Element::ToFloat(a) : hn::Set(D(), Element::kImplicitAlpha);
     }
 
     template <bool kStream>
     static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
     {
+        Format::template StoreCodes<kStream>(Element::FromFloat(red), Element::FromFloat(green), Element::FromFloat(blue), alpha,
+                                             p);
+    }
+};
+
+// Integer elements and halfs.
+template <Layout kLayout, class Element>
+struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, hasAlpha(kLayout)>
+{
+    using T = typename Element::Type;
+    using Entry = typename Element::Entry;
+    static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(T);
+    static constexpr bool kCanStream = hasAlpha(kLayout);
+
+    static HWY_INLINE void LoadCodes(const std::uint8_t* p, VU& red, VU& green, VU& blue, V& alpha)
+    {
+        const T* const elements = reinterpret_cast<const T*>(p);
+        VU a;
+        if constexpr (hasAlpha(kLayout))
+            InColorOrder<kLayout>(LoadCodes4(elements), red, green, blue, a);
+        else
+            InColorOrder<kLayout>(LoadCodes3(elements), red, green, blue, a);
+        alpha = CodeFormat::AlphaValue(a);
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void StoreCodes(VU red, VU green, VU blue, V alpha, std::uint8_t* p)
+    {
         T* const elements = reinterpret_cast<T*>(p);
         const VU a = hasAlpha(kLayout) ? Element::FromFloat(alpha) : hn::Zero(DU());
-        const CodeChannels c =
-            InMemoryOrder<kLayout, CodeChannels>(Element::FromFloat(red), Element::FromFloat(green), Element::FromFloat(blue), a);
+        const CodeChannels c = InMemoryOrder<kLayout, CodeChannels>(red, green, blue, a);
         if constexpr (hasAlpha(kLayout))
             StoreCodes4<kStream>(c, elements);
         else
@@ -361,6 +388,7 @@ struct CodeFormat
 template <Layout kLayout>
 struct FloatFormat
 {
+    using Entry = FloatEntry;
     static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(float);
     static constexpr bool kCanStream = hasAlpha(kLayout);
 
@@ -407,6 +435,14 @@ struct FloatFormat
 #endif
         }
     }
+
+    // Entries are values.
+    template <bool kStream>
+    static HWY_INLINE void StoreCodes(VU red, VU green, VU blue, V alpha, std::uint8_t* p)
+    {
+        const D d;
+        Store<kStream>(hn::BitCast(d, red), hn::BitCast(d, green), hn::BitCast(d, blue), alpha, p);
+    }
 };
 
 template <Layout kLayout>
@@ -416,13 +452,10 @@ struct HalfFormat : CodeFormat<kLayout, HalfElement>
 
 #if TAVRIN_TRANSPOSE_AVX512 || HWY_TARGET == HWY_AVX2
 
-// Four halfs a pixel: the processor's conversion on whole pixels, then the transposes of floats.
+// Four halfs a pixel: values take the processor's conversion on whole pixels, then the transposes of floats.
 template <Layout kLayout>
-requires(hasAlpha(kLayout)) struct HalfFormat<kLayout>
+requires(hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, HalfElement>
 {
-    static constexpr std::size_t kPixelBytes = 8;
-    static constexpr bool kCanStream = true;
-
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
 #if TAVRIN_TRANSPOSE_AVX512
@@ -472,33 +505,12 @@ private:
 
 #endif
 
-// Halfs whose colours are taken as bit patterns.
-template <Layout kLayout>
-struct HalfCodeFormat
-{
-    static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(std::uint16_t);
-
-    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
-    {
-        using Code = IntegerElement<std::uint16_t, 65535>;
-        const std::uint16_t* const elements = reinterpret_cast<const std::uint16_t*>(p);
-        VU r, g, b, a;
-        if constexpr (hasAlpha(kLayout))
-            InColorOrder<kLayout>(LoadCodes4(elements), r, g, b, a);
-        else
-            InColorOrder<kLayout>(LoadCodes3(elements), r, g, b, a);
-        red = Code::ToFloat(r);
-        green = Code::ToFloat(g);
-        blue = Code::ToFloat(b);
-        alpha = hasAlpha(kLayout) ? HalfElement::ToFloat(a) : hn::Set(D(), HalfElement::kImplicitAlpha);
-    }
-};
-
 // One big-endian word of ten bits a colour; alpha's two bits are taken and given as they stand.
 template <Layout kLayout>
-struct PackedFormat
+struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, IntegerElement<std::uint16_t, 1023>, hasAlpha(kLayout)>
 {
     using Element = IntegerElement<std::uint16_t, 1023>;
+    using Entry = Element::Entry;
     static constexpr std::size_t kPixelBytes = 4;
     static constexpr bool kCanStream = true;
 
@@ -509,25 +521,23 @@ struct PackedFormat
                       hn::Or(hn::And(hn::ShiftRight<8>(word), hn::Set(du, 0x0000ff00U)), hn::ShiftRight<24>(word)));
     }
 
-    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    static HWY_INLINE void LoadCodes(const std::uint8_t* p, VU& red, VU& green, VU& blue, V& alpha)
     {
         const DU du;
         const VU word = SwapBytes(hn::LoadU(du, reinterpret_cast<const std::uint32_t*>(p)));
         const VU mask = hn::Set(du, 0x3ffU);
-        red = Element::ToFloat(hn::ShiftRight<22>(word));
-        green = Element::ToFloat(hn::And(hn::ShiftRight<12>(word), mask));
-        blue = Element::ToFloat(hn::And(hn::ShiftRight<2>(word), mask));
-        alpha = hasAlpha(kLayout) ? Element::ToFloat(hn::And(word, hn::Set(du, 3U))) : hn::Set(D(), Element::kImplicitAlpha);
+        red = hn::ShiftRight<22>(word);
+        green = hn::And(hn::ShiftRight<12>(word), mask);
+        blue = hn::And(hn::ShiftRight<2>(word), mask);
+        alpha = PackedFormat::AlphaValue(hn::And(word, hn::Set(du, 3U)));
     }
 
     template <bool kStream>
-    static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
+    static HWY_INLINE void StoreCodes(VU red, VU green, VU blue, V alpha, std::uint8_t* p)
     {
-        const DU du;
-        VU word = hn::Or(hn::ShiftLeft<22>(Element::FromFloat(red)),
-                         hn::Or(hn::ShiftLeft<12>(Element::FromFloat(green)), hn::ShiftLeft<2>(Element::FromFloat(blue))));
+        VU word = hn::Or(hn::ShiftLeft<22>(red), hn::Or(hn::ShiftLeft<12>(green), hn::ShiftLeft<2>(blue)));
         if constexpr (hasAlpha(kLayout))
-            word = hn::Or(word, hn::And(Element::FromFloat(alpha), hn::Set(du, 3U)));
+            word = hn::Or(word, hn::And(Element::FromFloat(alpha), hn::Set(DU(), 3U)));
         StoreVector<kStream>(hn::BitCast(D(), SwapBytes(word)), reinterpret_cast<float*>(p));
     }
 };
@@ -549,42 +559,107 @@ using Format_32f = FloatFormat<kLayout>;
 
 // ---------------------------------------------------------------- loops
 
-template <class Format>
+// What a block is filled with.
+struct Values
+{
+    template <class Format>
+    static HWY_INLINE void LoadVector(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        Format::Load(p, red, green, blue, alpha);
+    }
+};
+
+struct Codes
+{
+    template <class Format>
+    static HWY_INLINE void LoadVector(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        VU r, g, b;
+        Format::LoadCodes(p, r, g, b, alpha);
+        red = hn::BitCast(D(), r);
+        green = hn::BitCast(D(), g);
+        blue = hn::BitCast(D(), b);
+    }
+};
+
+template <class Format, class Content>
 HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
 {
     const D d;
     V red, green, blue, alpha;
-    Format::Load(p, red, green, blue, alpha);
+    Content::template LoadVector<Format>(p, red, green, blue, alpha);
     hn::Store(red, d, block.red + at);
     hn::Store(green, d, block.green + at);
     hn::Store(blue, d, block.blue + at);
     hn::Store(alpha, d, block.alpha + at);
 }
 
-template <class Format>
+template <class Format, class Content>
 void Load(void const* source, unsigned int count, Block& block)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
     const std::uint8_t* p = static_cast<const std::uint8_t*>(source);
     unsigned int i = 0;
     for (; i + lanes <= count; i += lanes, p += lanes * Format::kPixelBytes)
-        LoadVector<Format>(p, i, block);
+        LoadVector<Format, Content>(p, i, block);
     if (i < count)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes] = {};
         std::memcpy(rest, p, (count - i) * Format::kPixelBytes);
-        LoadVector<Format>(rest, i, block);
+        LoadVector<Format, Content>(rest, i, block);
     }
 }
 
-// The block's planes are read unaligned, since the first place may be any.
-template <class Format, bool kStream>
-HWY_INLINE void StoreVectorOf(Block const& block, unsigned int at, std::uint8_t* p)
+// What is stored of a block: its values, or the entries of tables that its codes stand for. The block's planes are read unaligned,
+// since the first place may be any.
+class ValuesOfBlock
 {
-    const D d;
-    Format::template Store<kStream>(hn::LoadU(d, block.red + at), hn::LoadU(d, block.green + at), hn::LoadU(d, block.blue + at),
-                                    hn::LoadU(d, block.alpha + at), p);
-}
+public:
+    HWY_INLINE explicit ValuesOfBlock(Block const& block) : m_block(block) {}
+
+    template <class Format, bool kStream>
+    HWY_INLINE void StoreVector(unsigned int at, std::uint8_t* p) const
+    {
+        const D d;
+        Format::template Store<kStream>(hn::LoadU(d, m_block.red + at), hn::LoadU(d, m_block.green + at),
+                                        hn::LoadU(d, m_block.blue + at), hn::LoadU(d, m_block.alpha + at), p);
+    }
+
+private:
+    Block const& m_block;
+};
+
+class EntriesOfBlock
+{
+public:
+    HWY_INLINE EntriesOfBlock(Lut1DParameters const& tables, Block const& block)
+        : m_tables(tables), m_block(block), m_lastRow(hn::Set(DI(), static_cast<std::int32_t>(tables.maxIndex)))
+    {
+    }
+
+    template <class Format, bool kStream>
+    HWY_INLINE void StoreVector(unsigned int at, std::uint8_t* p) const
+    {
+        using T = typename Format::Entry::Type;
+        const D d;
+        const V alpha = hn::Mul(hn::LoadU(d, m_block.alpha + at), hn::Set(d, m_tables.alphaScale));
+        Format::template StoreCodes<kStream>(Entries<T>(0, m_block.red + at), Entries<T>(1, m_block.green + at),
+                                             Entries<T>(2, m_block.blue + at), alpha, p);
+    }
+
+private:
+    template <class T>
+    HWY_INLINE VU Entries(int channel, const float* codes) const
+    {
+        const D d;
+        const VI row = hn::Min(hn::BitCast(DI(), hn::LoadU(d, codes)), m_lastRow);
+        return GatherBits<T>(d, m_tables.table[channel], row);
+    }
+
+    Lut1DParameters const& m_tables;
+    Block const& m_block;
+    VI m_lastRow;
+};
 
 // Asks for the source of as many pixels as a vector holds.
 HWY_INLINE void Prefetch(UpcomingPixels& upcoming)
@@ -596,74 +671,74 @@ HWY_INLINE void Prefetch(UpcomingPixels& upcoming)
     upcoming.begin = begin + bytes;
 }
 
-template <class Format, bool kStream>
-HWY_INLINE void StorePart(Block const& block, unsigned int begin, unsigned int end, std::uint8_t* p, UpcomingPixels& upcoming)
+template <class Format, bool kStream, class Pixels>
+HWY_INLINE void StorePart(Pixels const& pixels, unsigned int begin, unsigned int end, std::uint8_t* p, UpcomingPixels& upcoming)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
     unsigned int i = begin;
     for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
     {
         Prefetch(upcoming);
-        StoreVectorOf<Format, kStream>(block, i, p);
+        pixels.template StoreVector<Format, kStream>(i, p);
     }
     if (i < end)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes];
-        StoreVectorOf<Format, false>(block, i, rest);
+        pixels.template StoreVector<Format, false>(i, rest);
         std::memcpy(p, rest, (end - i) * Format::kPixelBytes);
     }
 }
 
-template <class Format>
-void Store(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
-{
-    StorePart<Format, false>(block, 0, count, static_cast<std::uint8_t*>(destination), upcoming);
-}
-
 // Pixels up to the first 64-byte boundary go the ordinary way, and so does everything where no pixel begins on one.
-template <class Format>
-void Stream(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
+template <class Format, bool kStream, class Pixels>
+HWY_INLINE void StorePixels(Pixels const& pixels, unsigned int count, void* destination, UpcomingPixels& upcoming)
 {
-    if constexpr (Format::kCanStream && HWY_TARGET != HWY_SCALAR)
+    std::uint8_t* const p = static_cast<std::uint8_t*>(destination);
+    if constexpr (kStream)
     {
-        std::uint8_t* const p = static_cast<std::uint8_t*>(destination);
         const std::size_t gap = (kCacheLine - reinterpret_cast<std::uintptr_t>(p) % kCacheLine) % kCacheLine;
         const unsigned int ordinary = static_cast<unsigned int>(gap / Format::kPixelBytes);
         if (gap % Format::kPixelBytes == 0 && ordinary < count)
         {
-            StorePart<Format, false>(block, 0, ordinary, p, upcoming);
-            StorePart<Format, true>(block, ordinary, count, p + gap, upcoming);
+            StorePart<Format, false>(pixels, 0, ordinary, p, upcoming);
+            StorePart<Format, true>(pixels, ordinary, count, p + gap, upcoming);
             return;
         }
     }
-    Store<Format>(block, count, destination, upcoming);
+    StorePart<Format, false>(pixels, 0, count, p, upcoming);
 }
 
-template <class Format, class CodeFormat = Format>
+template <class Format, bool kStream>
+void Store(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
+{
+    StorePixels<Format, kStream>(ValuesOfBlock(block), count, destination, upcoming);
+}
+
+template <class Format, bool kStream>
+void StoreEntries(Lut1DParameters const& tables, Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
+{
+    StorePixels<Format, kStream>(EntriesOfBlock(tables, block), count, destination, upcoming);
+}
+
+template <class Format>
+constexpr LoadFunction loadCodesOf()
+{
+    if constexpr (std::is_same_v<typename Format::Entry, FloatEntry>)
+        return &Load<Format, Values>;
+    else
+        return &Load<Format, Codes>;
+}
+
+template <class Format>
 constexpr FormatFunctions functionsOf()
 {
-    return {&Load<Format>, &Load<CodeFormat>, &Store<Format>, &Stream<Format>};
-}
-
-template <Layout kLayout, class Format>
-struct CodesOf
-{
-    using Type = Format;
-};
-template <Layout kLayout>
-struct CodesOf<kLayout, HalfFormat<kLayout>>
-{
-    using Type = HalfCodeFormat<kLayout>;
-};
-
-template <Layout kLayout, template <Layout> class Format>
-constexpr FormatFunctions functionsOfLayout()
-{
-    return functionsOf<Format<kLayout>, typename CodesOf<kLayout, Format<kLayout>>::Type>();
+    constexpr bool kCanStream = Format::kCanStream && HWY_TARGET != HWY_SCALAR;
+    return {&Load<Format, Values>,      loadCodesOf<Format>(),        &Store<Format, false>,
+            &Store<Format, kCanStream>, &StoreEntries<Format, false>, &StoreEntries<Format, kCanStream>};
 }
 
 constexpr FormatTable kFormats = {
-#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) functionsOfLayout<Layout::layout, Format_##depth>(),
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) functionsOf<Format_##depth<Layout::layout>>(),
 #include <tavrin/pixelFormats.def>
 #undef TAVRIN_PIXEL_FORMAT
 };

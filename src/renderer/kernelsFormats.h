@@ -11,6 +11,8 @@ namespace Rendering
 
 using Tavrin::PixelFormat;
 
+struct Lut1DParameters;
+
 // Reads pixels into the first places of the block: code values as floats; a format without alpha gives the depth's maximum.
 using LoadFunction = void (*)(void const* source, unsigned int count, Block& block);
 
@@ -26,15 +28,24 @@ struct UpcomingPixels
 // rounded to nearest even; floats pass as they are.
 using StoreFunction = void (*)(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming);
 
+// The same for a block of codes: colours are the entries of these rows of the tables, as they stand, and alpha is scaled and stored
+// as a value.
+using EntryStoreFunction = void (*)(Lut1DParameters const& tables, Block const& block, unsigned int count, void* destination,
+                                    UpcomingPixels upcoming);
+
 struct FormatFunctions
 {
     LoadFunction load;
-    // The same, but the colours of a half format come as their bit patterns, 0 to 65535; alpha comes as a value.
+    // The same, but colours come as codes: the integers of integer formats and the bit patterns of halfs, as 32-bit integers in the
+    // places of the floats. Alpha comes as a value. Floats have no codes.
     LoadFunction loadCodes;
     StoreFunction store;
     // Goes past the caches; for large destinations that nobody reads soon, and never for memory that is also the source. End a run
     // of such stores with finishStreaming().
     StoreFunction stream;
+    // Entries of the type that the depth stores.
+    EntryStoreFunction storeEntries;
+    EntryStoreFunction streamEntries;
 };
 
 // The functions of the current target; throws "Illegal pixel format" for a value that is no format.

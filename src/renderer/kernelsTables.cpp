@@ -37,19 +37,12 @@ using LookUpByte = PerChannel<LookUp<ByteEntry>>;
 using LookUpShort = PerChannel<LookUp<ShortEntry>>;
 using LookUpHalf = PerChannel<LookUp<HalfEntry>>;
 using LookUpFloat = PerChannel<LookUp<FloatEntry>>;
-using InterpolateByte = PerChannel<Interpolate<ByteEntry>>;
-using InterpolateShort = PerChannel<Interpolate<ShortEntry>>;
-using InterpolateHalf = PerChannel<Interpolate<HalfEntry>>;
-using InterpolateFloat = PerChannel<Interpolate<FloatEntry>>;
-using InterpolatePairs = PerChannel<InterpolateInPairs>;
-using HalfCodeByte = PerChannel<HalfCode<ByteEntry>>;
-using HalfCodeShort = PerChannel<HalfCode<ShortEntry>>;
-using HalfCodeHalf = PerChannel<HalfCode<HalfEntry>>;
-using HalfCodeFloat = PerChannel<HalfCode<FloatEntry>>;
-using LookUpHueAdjust = HueAdjusted<LookUp<FloatEntry>, false>;
-using LookUpHalfCodesHueAdjust = HueAdjusted<LookUp<FloatEntry>, true>;
-using InterpolateHueAdjust = HueAdjusted<Interpolate<FloatEntry>, false>;
-using HalfCodeHueAdjust = HueAdjusted<HalfCode<FloatEntry>, false>;
+using InterpolateRows = PerChannel<Interpolate>;
+using InterpolateHalfs = PerChannel<HalfCode>;
+using LookUpHueAdjust = HueAdjusted<LookUp<FloatEntry>, OfCode>;
+using LookUpHalfCodesHueAdjust = HueAdjusted<LookUp<FloatEntry>, OfHalfCode>;
+using InterpolateRowsHueAdjust = HueAdjusted<Interpolate, AsItIs>;
+using InterpolateHalfsHueAdjust = HueAdjusted<HalfCode, AsItIs>;
 
 constexpr TableKernelTable kTableKernels = {
 #define TAVRIN_KERNEL(name, Parameters) &RunOverBlock<name, Parameters>,

@@ -17,14 +17,14 @@ char const* getRendererKindName(RendererKind kind)
     return "";
 }
 
-bool VirtualRenderer::takesHalfCodes() const
+bool VirtualRenderer::takesCodes() const
 {
     return false;
 }
 
-DirectLine VirtualRenderer::getDirectLine(Tavrin::PixelFormat, Tavrin::PixelFormat) const
+Lut1DParameters const* VirtualRenderer::getDirectEntries(Tavrin::BitDepth) const
 {
-    return {};
+    return nullptr;
 }
 
 } // namespace Rendering

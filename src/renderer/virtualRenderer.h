@@ -47,12 +47,7 @@ struct LineParameters
     }
 };
 
-// A way from one format straight to another that leaves the blocks out, with the same bytes as the way through them.
-struct DirectLine
-{
-    void (*function)(void const* parameters, void const* source, void* destination, unsigned int count) = nullptr;
-    void const* parameters = nullptr;
-};
+struct Lut1DParameters;
 
 // Holds an operator's parameters in the form that the pixel loops want. Built once by finalize and read-only afterwards, except for
 // the dynamic properties that it shares with its operator.
@@ -70,12 +65,12 @@ public:
     // What runs over the next line. Dynamic values are read here and hold for the line.
     virtual LineKernel prepareLine(LineParameters& room) const = 0;
 
-    // Whether the colours of half pixels are wanted as bit patterns, as a table that they index does. Only the first renderer meets
-    // halfs.
-    virtual bool takesHalfCodes() const;
+    // Whether colours are wanted as codes, as a table that they index does, and not as values. Only the first renderer is asked.
+    virtual bool takesCodes() const;
 
-    // Used when this renderer is the only one; no function when there is no such way for the two formats.
-    virtual DirectLine getDirectLine(Tavrin::PixelFormat in, Tavrin::PixelFormat out) const;
+    // The tables of a renderer that takes codes, if their entries are just what pixels of the depth store. When it is the only one,
+    // they go straight from the tables into the destination, and its kernel has nothing to do. Null if there are none.
+    virtual Lut1DParameters const* getDirectEntries(Tavrin::BitDepth output) const;
 
     // Whether the next line is only to change its depth.
     bool isBypassed() const { return m_bypass->getValue(); }

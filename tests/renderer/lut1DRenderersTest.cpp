@@ -603,6 +603,23 @@ TEST(InvLut1DRenderer, FastAgreesWithExactWithinTheResolutionOfItsTable)
         ASSERT_NEAR(exact[i], fast[i], 0.1 * 2.5 * std::ldexp(1.0, -11)) << in[i];
 }
 
+TEST(InvLut1DRenderer, FastFollowsTheDynamicBypassOfTheOperatorAndIsATableEvenIfBuiltWhileBypassed)
+{
+    InvLut1DOp op = inverseOf(tableOf(BIT_DEPTH_32f, BIT_DEPTH_32f, 33, [](double x, unsigned int) { return x * x; }));
+    op.setInvStyle(InvLut1DOp::InvStyle::Fast);
+    auto const bypass = std::make_shared<Color::BypassDynamicProperty>(true, true);
+    op.setBypass(bypass);
+    Rendering::CPURenderer renderer = rendererOf(transformOf({&op}), Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f);
+    std::vector<float> const in = {0.25F, 0.25F, 0.25F, 1.0F};
+    std::vector<float> out(4);
+    renderer.apply(in.data(), out.data(), Rendering::ROI(0, 0, 1, 1), 0, 0);
+    EXPECT_EQ(in, out);
+    bypass->setValue(false);
+    renderer.apply(in.data(), out.data(), Rendering::ROI(0, 0, 1, 1), 0, 0);
+    EXPECT_THAT(
+        out, ElementsAre(testing::FloatNear(0.5F, 1e-3F), testing::FloatNear(0.5F, 1e-3F), testing::FloatNear(0.5F, 1e-3F), 1.0F));
+}
+
 TEST(MakeFastLut1D, HasARowForEveryValueOfTheInputDepth)
 {
     InvLut1DOp op = inverseOf(tableOf(BIT_DEPTH_32f, BIT_DEPTH_32f, 33, [](double x, unsigned int) { return x * x; }));

@@ -1,0 +1,132 @@
+// A lone 1D table between codes puts its entries straight into the destination: the same bytes as by way of values.
+#include "renderer/pixelModel.h"
+#include "renderer/rendererHarness.h"
+
+#include "renderer/CPULut1DOp.h"
+#include "renderer/CPUSelector.h"
+#include "renderer/opRenderers.h"
+#include "transform/lut1DOp.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace RendererHarness;
+using Color::Lut1DOp;
+using Rendering::VirtualRenderer;
+
+namespace
+{
+
+// An odd count, so that the last pixels do not fill a vector, and more than a block.
+constexpr unsigned int kCount = 128 + 16 * 3 + 7;
+
+// A renderer that keeps its direct way to itself.
+class WithoutDirectEntries : public VirtualRenderer
+{
+public:
+    WithoutDirectEntries(Color::Op const& op, VirtualRenderer const& renderer) : VirtualRenderer(op), m_renderer(renderer) {}
+
+    RendererKind getOpType() const override { return m_renderer.getOpType(); }
+    Rendering::LineKernel prepareLine(Rendering::LineParameters& room) const override { return m_renderer.prepareLine(room); }
+    bool takesCodes() const override { return m_renderer.takesCodes(); }
+
+private:
+    VirtualRenderer const& m_renderer;
+};
+
+// Three curves, one of them falling, with values below and above the depth.
+Lut1DOp threeCurves(BitDepth in, BitDepth out)
+{
+    constexpr unsigned int kRows = 1024;
+    Lut1DOp op(in, out, "", "", Color::Descriptions(), Lut1DOp::InterpolationAlgo::Linear, Tavrin::HALF_FLAGS_NONE, kRows);
+    float const max = Tavrin::getBitDepthMaxValue(out);
+    for (unsigned int i = 0; i < kRows; ++i)
+    {
+        float const x = static_cast<float>(i) / (kRows - 1);
+        op.getArray().set(3 * i, max * (1.1F * x - 0.05F));
+        op.getArray().set(3 * i + 1, max * (1.0F - x * x));
+        op.getArray().set(3 * i + 2, max * std::sqrt(x));
+    }
+    return op;
+}
+
+std::vector<unsigned char> apply(Rendering::TransformProcessor const& processor, PixelFormat from, PixelFormat to,
+                                 std::vector<unsigned char> const& source)
+{
+    std::vector<unsigned char> out(kCount * PixelModel::pixelBytes(to));
+    Rendering::CPUEngine(from, to).apply(source.data(), out.data(), Rendering::ROI(0, 0, kCount, 1), 0, 0, processor);
+    return out;
+}
+
+std::vector<PixelFormat> formatsOfDepth(BitDepth depth)
+{
+    std::vector<PixelFormat> formats = PixelModel::allFormats();
+    std::erase_if(formats, [=](PixelFormat format) { return PixelModel::depthBits(format) != depth; });
+    return formats;
+}
+
+class DirectEntries : public testing::TestWithParam<BitDepth>
+{
+};
+
+} // namespace
+
+TEST_P(DirectEntries, AreTheBytesThatTheWayThroughValuesGivesForEveryPairOfFormats)
+{
+    BitDepth const inDepth = GetParam();
+    for (BitDepth const outDepth : {Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i, Tavrin::BIT_DEPTH_12i, Tavrin::BIT_DEPTH_16i,
+                                    Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_32f})
+    {
+        Lut1DOp const op = threeCurves(inDepth, outDepth);
+        forEveryTarget(
+            [&]
+            {
+                Rendering::TransformProcessor direct;
+                Rendering::Lut1DRenderer::addAlgorithm(op, direct);
+                ASSERT_NE(nullptr, direct[0].getDirectEntries(outDepth));
+                Rendering::TransformProcessor throughValues;
+                throughValues.append(std::make_unique<WithoutDirectEntries>(op, direct[0]));
+                for (PixelFormat from : formatsOfDepth(inDepth))
+                {
+                    // Any bytes: codes beyond the depth, infinities and NaN among them.
+                    std::vector<unsigned char> const source = PixelModel::randomBytes(kCount * PixelModel::pixelBytes(from), from);
+                    for (PixelFormat to : formatsOfDepth(outDepth))
+                        ASSERT_EQ(apply(throughValues, from, to, source), apply(direct, from, to, source))
+                            << Tavrin::pfToStr(from) << " to " << Tavrin::pfToStr(to);
+                }
+            });
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryDepthOfCodes, DirectEntries,
+                         testing::Values(Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i, Tavrin::BIT_DEPTH_12i, Tavrin::BIT_DEPTH_16i,
+                                         Tavrin::BIT_DEPTH_16f));
+
+TEST(DirectEntries, ThereAreNoneForValuesForHueAdjustAndForOtherDepthsThanTheTables)
+{
+    auto const entriesOf = [](Lut1DOp const& op, BitDepth output)
+    {
+        Rendering::TransformProcessor processor;
+        Rendering::Lut1DRenderer::addAlgorithm(op, processor);
+        return processor[0].getDirectEntries(output);
+    };
+    Lut1DOp op = threeCurves(Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i);
+    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_16i));
+    op.setHueAdjust(Lut1DOp::HueAdjust::Dw3);
+    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_10i));
+    EXPECT_EQ(nullptr, entriesOf(threeCurves(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_10i), Tavrin::BIT_DEPTH_10i));
+}
+
+TEST(DirectEntries, StandAsideForABypass)
+{
+    Lut1DOp op = threeCurves(Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_8i);
+    auto const bypass = std::make_shared<Color::BypassDynamicProperty>(true, true);
+    op.setBypass(bypass);
+    Rendering::TransformProcessor processor;
+    Rendering::Lut1DRenderer::addAlgorithm(op, processor);
+    std::vector<unsigned char> const source = PixelModel::randomBytes(kCount * 4, 5);
+    EXPECT_EQ(source, apply(processor, Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_8i, source));
+    bypass->setValue(false);
+    EXPECT_NE(source, apply(processor, Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_8i, source));
+}
