@@ -27,6 +27,7 @@ public:
         m_list.insert(m_list.end(), copy.begin(), copy.end());
         return *this;
     }
+    friend Descriptions operator+(Descriptions first, Descriptions const& second) { return first += second; }
     bool operator==(Descriptions const& other) const = default;
 
 private:

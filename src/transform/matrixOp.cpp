@@ -101,12 +101,6 @@ float snapped(float value, float tolerance)
     return std::abs(value - rounded) < tolerance ? rounded : value;
 }
 
-Descriptions joined(Descriptions first, Descriptions const& second)
-{
-    first += second;
-    return first;
-}
-
 } // namespace
 
 void MatrixOp::Offsets::setRGBAValues(float const* values)
@@ -361,13 +355,12 @@ void MatrixOp::cleanUp(float maxOffset)
 
 MatrixOp MatrixOp::compose(MatrixOp const& second) const
 {
-    if (getOutputBitDepth() != second.getInputBitDepth())
-        throw failure(ErrorIds::kOpDepthMismatch, Module::kOpList, getMeaningfullIdentifier(), second.getMeaningfullIdentifier());
+    validateJoint(*this, second);
     if (m_array.getDimension() != kChannels || second.m_array.getDimension() != kChannels)
         throw failure(ErrorIds::kMatrixComposeDimension, Module::kMatrix);
 
     MatrixOp result(getInputBitDepth(), second.getOutputBitDepth(), getId() + second.getId(), getName() + second.getName(),
-                    joined(getDescriptions(), second.getDescriptions()));
+                    getDescriptions() + second.getDescriptions());
     multiply(second.m_array, m_array, result.m_array);
     result.cleanUp(composeOffsets(*this, second, result.m_offsets));
     return result;

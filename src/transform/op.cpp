@@ -25,6 +25,13 @@ float depthRatio(BitDepth numerator, BitDepth denominator)
     return Tavrin::getBitDepthMaxValue(numerator) / Tavrin::getBitDepthMaxValue(denominator);
 }
 
+void validateJoint(Op const& first, Op const& second)
+{
+    if (first.getOutputBitDepth() != second.getInputBitDepth())
+        throw failure(ErrorIds::kOpDepthMismatch, Module::kOpList, first.getMeaningfullIdentifier(),
+                      second.getMeaningfullIdentifier());
+}
+
 std::string const& getOpTypeName(Op::OpType type)
 {
     static auto const names = std::to_array<std::string>({

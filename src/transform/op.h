@@ -118,6 +118,9 @@ private:
 // Full signal of one depth divided by full signal of another: the factor of a change of depth.
 float depthRatio(BitDepth numerator, BitDepth denominator);
 
+// Throws when two neighbours disagree about the depth between them.
+void validateJoint(Op const& first, Op const& second);
+
 // The name of a type in messages; it lives for the whole run.
 std::string const& getOpTypeName(Op::OpType type);
 

@@ -127,9 +127,8 @@ void OpList::validate() const
     for (std::size_t i = 0; i < m_ops.size(); ++i)
     {
         m_ops[i]->validate();
-        if (i > 0 && m_ops[i - 1]->getOutputBitDepth() != m_ops[i]->getInputBitDepth())
-            throw failure(ErrorIds::kOpDepthMismatch, Module::kOpList, m_ops[i - 1]->getMeaningfullIdentifier(),
-                          m_ops[i]->getMeaningfullIdentifier());
+        if (i > 0)
+            validateJoint(*m_ops[i - 1], *m_ops[i]);
     }
 }
 
