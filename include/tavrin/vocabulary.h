@@ -104,8 +104,10 @@ enum : unsigned int
     HALF_FLAGS_OUTPUT_RAW_HALFS = 2
 };
 
-// Bits 0 to 30: the lowest priority of the simplifications that finalize carries out. Bit 31: leave operators with a
-// dynamic property alone.
+// Bits 0 to 30: the lowest priority of the simplifications that finalize carries out, at least 1. These are: remove operators that
+// do nothing (100), drop clamps in front of what clamps as well (99), merge neighbouring matrices (95), 1D tables (75), 3D tables
+// (45). Tables are merged by sampling, so values between samples may change. Bit 31: neither remove operators with a dynamic
+// property nor merge them with others.
 typedef unsigned int OptimizerFlags;
 enum : unsigned int
 {

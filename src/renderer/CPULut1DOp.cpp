@@ -2,9 +2,9 @@
 // the table is resampled here so that this is exact.
 #include "renderer/CPULut1DOp.h"
 
+#include "renderer/compose.h"
 #include "renderer/kernelsTables.h"
 #include "renderer/opRenderers.h"
-#include "renderer/transformTools.h"
 #include "transform/lut1DOp.h"
 #include "utils/errorMessage.h"
 #include "utils/logger.h"

@@ -1,7 +1,7 @@
 // Samples an inverse table by rendering the identity of its input through it.
 #include "renderer/invLutUtil.h"
 
-#include "renderer/transformTools.h"
+#include "renderer/compose.h"
 
 namespace Rendering::InvLutUtil
 {

@@ -1,7 +1,7 @@
 // The transform behind a public handle. No Color::Exception leaves a public operation: it becomes the status.
 #include "tavrin/transformImpl.h"
 
-#include "renderer/transformTools.h"
+#include "renderer/optimizer.h"
 #include "tavrin/contentExtraction.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"

@@ -1,9 +1,9 @@
 // The 1D table renderers and the inverse: which one is chosen, and what it computes, against plain transcriptions of the rules.
+#include "renderer/lut1DTables.h"
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
 
 #include "renderer/invLutUtil.h"
-#include "renderer/transformTools.h"
 #include "transform/invLut1DOp.h"
 #include "transform/lut1DOp.h"
 #include "transform/matrixOp.h"
@@ -19,7 +19,6 @@
 using namespace RendererHarness;
 using Color::InvLut1DOp;
 using Color::Lut1DOp;
-using Color::TransformTools::ComposeMethod;
 using Tavrin::BIT_DEPTH_10i;
 using Tavrin::BIT_DEPTH_16f;
 using Tavrin::BIT_DEPTH_32f;
@@ -28,32 +27,6 @@ using testing::ElementsAre;
 
 namespace
 {
-
-constexpr Lut1DOp::InterpolationAlgo kLinear = Lut1DOp::InterpolationAlgo::Linear;
-
-Lut1DOp table(BitDepth in, BitDepth out, unsigned int rows, Tavrin::HalfFlags flags = Tavrin::HALF_FLAGS_NONE)
-{
-    return {in, out, "", "", Color::Descriptions(), kLinear, flags, rows};
-}
-
-// Every column by a formula of the row, from 0 to 1, and the column; values in the scale of the output depth.
-template <class Formula>
-Lut1DOp tableOf(BitDepth in, BitDepth out, unsigned int rows, Formula const& formula)
-{
-    Lut1DOp op = table(in, out, rows);
-    for (unsigned int i = 0; i < rows; ++i)
-    {
-        for (unsigned int c = 0; c < 3; ++c)
-            op.getArray().set(3 * i + c, static_cast<float>(formula(i / (rows - 1.0), c) * Tavrin::getBitDepthMaxValue(out)));
-    }
-    return op;
-}
-
-// A curve for each column, none of them straight.
-double curve(double x, unsigned int column)
-{
-    return std::pow(x, 1.5 + 0.4 * column) * (1.0 - 0.1 * column) + 0.02;
-}
 
 Lut1DOp halfTable(BitDepth out)
 {
@@ -404,64 +377,6 @@ TEST(Lut1DRenderer, HueAdjustOfHalfPixelsOrdersThemByValueAndNotByPattern)
             EXPECT_THAT((renderAs<std::uint16_t, float>(op, Tavrin::PF_RGBA_16f, Tavrin::PF_RGBA_32f, in, 1)),
                         ElementsAre(-2.0F, testing::FloatNear(0.5F, 1e-6F), 1.0F, 1.0F));
         });
-}
-
-TEST(ComposeTables, JoinsWhatTheTwoTablesSay)
-{
-    Lut1DOp first(BIT_DEPTH_10i, BIT_DEPTH_8i, "a", "one ", Color::Descriptions(), kLinear, Tavrin::HALF_FLAGS_NONE, 4);
-    Lut1DOp second(BIT_DEPTH_8i, BIT_DEPTH_16f, "b", "two", Color::Descriptions(), kLinear, Tavrin::HALF_FLAGS_NONE, 10);
-    first.getDescriptions() += "first";
-    second.getDescriptions() += "second";
-    std::unique_ptr<Lut1DOp> const composed = compose(first, second, ComposeMethod::FullGrid);
-    EXPECT_EQ("ab", composed->getId());
-    EXPECT_EQ("one two", composed->getName());
-    EXPECT_THAT(composed->getDescriptions().getList(), ElementsAre("first", "second"));
-    EXPECT_EQ(BIT_DEPTH_10i, composed->getInputBitDepth());
-    EXPECT_EQ(BIT_DEPTH_16f, composed->getOutputBitDepth());
-    EXPECT_EQ(65536U, composed->getArray().getDimension());
-    EXPECT_EQ(kLinear, composed->getInterpolation());
-}
-
-TEST(ComposeTables, PicksTheGridByTheMethod)
-{
-    Lut1DOp const small = tableOf(BIT_DEPTH_10i, BIT_DEPTH_10i, 5, curve);
-    Lut1DOp const other = tableOf(BIT_DEPTH_10i, BIT_DEPTH_10i, 7, curve);
-    auto const rows = [&](Lut1DOp const& first, ComposeMethod method)
-    { return compose(first, other, method)->getArray().getDimension(); };
-    EXPECT_EQ(5U, rows(small, ComposeMethod::FirstGrid));
-    EXPECT_EQ(1024U, rows(small, ComposeMethod::IdealGrid));
-    EXPECT_EQ(65536U, rows(small, ComposeMethod::FullGrid));
-    Lut1DOp const large = tableOf(BIT_DEPTH_10i, BIT_DEPTH_10i, 2000, curve);
-    EXPECT_EQ(2000U, rows(large, ComposeMethod::IdealGrid));
-}
-
-TEST(ComposeTables, GivesWhatOneTableAfterTheOtherGives)
-{
-    Lut1DOp const first = tableOf(BIT_DEPTH_32f, BIT_DEPTH_10i, 33, curve);
-    Lut1DOp const second = tableOf(BIT_DEPTH_10i, BIT_DEPTH_32f, 65, curve);
-    std::vector<float> in;
-    for (int i = 0; i <= 1000; ++i)
-        in.insert(in.end(), 4, static_cast<float>(i) / 1000.0F);
-    std::vector<float> const both = renderAs<float, float>({&first, &second}, Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, in, 1001);
-    std::vector<float> const one = render(*compose(first, second, ComposeMethod::FullGrid), in);
-    // 65536 samples of a polygon whose slopes change at 96 places: within a change of slope times a sample.
-    for (std::size_t i = 0; i < in.size(); ++i)
-        ASSERT_NEAR(both[i], one[i], 2.0 / 65535) << in[i];
-}
-
-TEST(ComposeTables, RefusesUnequalDepthsBetweenThem)
-{
-    Lut1DOp const first = table(BIT_DEPTH_32f, BIT_DEPTH_10i, 4);
-    Lut1DOp const second = table(BIT_DEPTH_8i, BIT_DEPTH_32f, 4);
-    try
-    {
-        compose(first, second, ComposeMethod::FirstGrid);
-        FAIL();
-    }
-    catch (Color::Exception const& e)
-    {
-        EXPECT_EQ(0x26000aU, e.getId());
-    }
 }
 
 namespace

@@ -130,12 +130,11 @@ float renderGrey(Tavrin::TransformPtr const& transform)
     return out[0];
 }
 
+// Values that are at rest stay changeable.
 void finalize(Tavrin::TransformPtr const& transform)
 {
-    EXPECT_EQ(
-        transform->finalize(Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, Tavrin::RENDERER_CPU, Tavrin::OPTIMIZER_DEFAULT_THRESHOLD, 0)
-            .getErrorCode(),
-        0U);
+    Tavrin::OptimizerFlags const flags = Tavrin::OPTIMIZER_DEFAULT_THRESHOLD | Tavrin::OPTIMIZER_KEEP_DYNAMIC;
+    EXPECT_EQ(transform->finalize(Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, Tavrin::RENDERER_CPU, flags, 0).getErrorCode(), 0U);
 }
 
 } // namespace

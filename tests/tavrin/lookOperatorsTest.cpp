@@ -53,9 +53,11 @@ TransformPtr load(std::string const& operators)
     return transform;
 }
 
+// Values that are at rest stay changeable.
 void finalizeFor(TransformPtr const& transform, PixelFormat in, PixelFormat out)
 {
-    ASSERT_TRUE(transform->finalize(in, out, RENDERER_CPU, OPTIMIZER_DEFAULT_THRESHOLD, RESOLVE_BROADCAST_MONITOR));
+    OptimizerFlags const flags = OPTIMIZER_DEFAULT_THRESHOLD | OPTIMIZER_KEEP_DYNAMIC;
+    ASSERT_TRUE(transform->finalize(in, out, RENDERER_CPU, flags, RESOLVE_BROADCAST_MONITOR));
 }
 
 } // namespace
