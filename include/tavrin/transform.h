@@ -72,7 +72,9 @@ public:
     // Tells the whole transform, section by section.
     virtual TavStatus extractContent(ContentCallbacks& callbacks) const = 0;
 
-    // Only properties that the transform declares dynamic can be set or read. The next rendered line sees the new value.
+    // Only properties that the transform declares dynamic can be set or read. The next rendered line sees the new value, as long as
+    // finalize left the operator that has the property: with OPTIMIZER_KEEP_DYNAMIC it always does; without, an operator that did
+    // nothing at that time is gone until the next finalize, and merged operators have the bypass of the first of them.
     virtual TavStatus setDynamicProperty(DynamicProperty const& property) = 0;
     // Property carries the id in and the value out.
     virtual TavStatus getDynamicProperty(DynamicProperty& property) const = 0;
@@ -126,6 +128,13 @@ public:
 private:
     std::shared_ptr<Transform> m_transform;
 };
+
+// Tells, as extractContent does, what finalize would make of the transform for the CPU: the operators that the optimizer leaves, at
+// the depths at which they are rendered. Each has an entry "Renderer" with the kind of its renderer, "none" where there is nothing
+// left to do; a section "Depth Conversion" stands for a renderer that belongs to no operator. The handle can't be empty; the
+// transform stays as it is.
+TAVRIN_API TavStatus extractOptimizedContent(TransformPtr const& transform, PixelFormat input, PixelFormat output,
+                                             OptimizerFlags optimizerFlags, Transform::ContentCallbacks& callbacks);
 
 } // namespace Tavrin
 

@@ -9,6 +9,7 @@
 #include "utils/logger.h"
 #include "utils/utils.h"
 
+#include <algorithm>
 #include <array>
 
 namespace Rendering
@@ -97,41 +98,54 @@ void addDepthConversion(Transform const& transform, TransformProcessor& processo
     MatrixRenderer::addAlgorithm(matrix, processor);
 }
 
-std::shared_ptr<TransformProcessor> createProcessors(std::shared_ptr<Transform> const& transform, PixelFormat in, PixelFormat out)
+// The copy that a pipeline is made of.
+std::shared_ptr<Transform> cloneAtDepthsOf(Transform const& transform, PixelFormat in, PixelFormat out)
+{
+    std::shared_ptr<Transform> clone = transform.clone(Transform::CloneType::Plain);
+    if (!clone->getOps().empty())
+    {
+        Color::TransformTools::setIntermediateBitdepth(Tavrin::BIT_DEPTH_32f, clone);
+        adjustBitDepth(*clone, in, out);
+    }
+    return clone;
+}
+
+} // namespace
+
+Pipeline makePipeline(std::shared_ptr<Transform> const& transform, PixelFormat in, PixelFormat out)
 {
     if (transform == nullptr)
         throw Color::failure(ErrorIds::kRendererTransformNull, Module::kRenderer);
     if (transform->hasUnresolvedReferences())
         throw Color::failure(ErrorIds::kUnresolvedTransform, Module::kRenderer);
 
-    std::shared_ptr<Transform> clone = transform->clone(Transform::CloneType::Plain);
-    Color::OpList const& ops = clone->getOps();
-    if (!ops.empty())
-    {
-        Color::TransformTools::setIntermediateBitdepth(Tavrin::BIT_DEPTH_32f, clone);
-        adjustBitDepth(*clone, in, out);
-    }
-
+    Pipeline pipeline{cloneAtDepthsOf(*transform, in, out), std::make_shared<TransformProcessor>(), {}};
+    Color::OpList const& ops = pipeline.transform->getOps();
+    TransformProcessor& renderers = *pipeline.renderers;
     Dump const dump;
-    dump.begin(*clone);
-    auto processor = std::make_shared<TransformProcessor>();
+    dump.begin(*pipeline.transform);
     for (unsigned int i = 0; i < ops.size(); ++i)
     {
         dump.op(ops.get(i));
-        addProcessor(ops.get(i), *processor);
+        std::size_t const before = renderers.size();
+        addProcessor(ops.get(i), renderers);
+        pipeline.rendererOfOp.push_back(renderers.size() > before ? &renderers[before] : nullptr);
     }
     dump.end();
-    if (processor->empty())
-        addDepthConversion(*clone, *processor);
-    return processor;
+    if (renderers.empty())
+        addDepthConversion(*pipeline.transform, renderers);
+    return pipeline;
 }
 
-} // namespace
+bool Pipeline::convertsDepthOnly() const
+{
+    return std::all_of(rendererOfOp.begin(), rendererOfOp.end(), [](auto const* renderer) { return renderer == nullptr; });
+}
 
 void CPURenderer::finalize(std::shared_ptr<Transform> const& transform, PixelFormat in, PixelFormat out)
 {
     m_processor.reset();
-    m_processor = createProcessors(transform, in, out);
+    m_processor = makePipeline(transform, in, out).renderers;
     m_inPF = in;
     m_outPF = out;
 }

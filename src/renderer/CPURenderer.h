@@ -6,9 +6,27 @@
 #include "renderer/virtualRenderer.h"
 
 #include <memory>
+#include <vector>
 
 namespace Rendering
 {
+
+// What a transform is turned into between two pixel formats.
+struct Pipeline
+{
+    // The operators at the depths at which they are rendered.
+    std::shared_ptr<Color::Transform> transform;
+    // There is at least one.
+    std::shared_ptr<TransformProcessor> renderers;
+    // For each operator its renderer, null for one that leaves nothing to do.
+    std::vector<VirtualRenderer const*> rendererOfOp;
+
+    // The only renderer then belongs to no operator.
+    bool convertsDepthOnly() const;
+};
+
+// Throws for null, for unresolved references, and for an operator that can't be rendered.
+Pipeline makePipeline(std::shared_ptr<Color::Transform> const& transform, PixelFormat in, PixelFormat out);
 
 class CPURenderer : public GenericCPURenderer
 {

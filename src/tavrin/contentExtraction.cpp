@@ -184,9 +184,13 @@ constexpr std::array kOwnEntries = {
 #undef TAVRIN_OP
 };
 
-void extractOp(Color::Op const& op, Callbacks& callbacks)
+void addRenderer(Callbacks& callbacks, Rendering::VirtualRenderer const* renderer)
 {
-    callbacks.beginSection(op.getOpTypeName().c_str());
+    addEntry(callbacks, "Renderer", renderer == nullptr ? "none" : Rendering::getRendererKindName(renderer->getOpType()));
+}
+
+void addOpEntries(Callbacks& callbacks, Color::Op const& op)
+{
     addEntry(callbacks, "Identifier", op.getId());
     addEntry(callbacks, "Name", op.getName());
     addEntry(callbacks, "Input Bit Depth", getBitDepthName(op.getInputBitDepth()));
@@ -195,6 +199,25 @@ void extractOp(Color::Op const& op, Callbacks& callbacks)
         addEntry(callbacks, "Bypass", "true");
     addDescriptions(callbacks, op.getDescriptions());
     kOwnEntries.at(static_cast<std::size_t>(op.getOpType()))(callbacks, op);
+}
+
+void addTransformEntries(Callbacks& callbacks, Color::Transform const& transform, BitDepth input, BitDepth output)
+{
+    addDescriptions(callbacks, transform.getDescriptions());
+    addEntry(callbacks, "Input Descriptor", transform.getInputDescriptor());
+    addEntry(callbacks, "Output Descriptor", transform.getOutputDescriptor());
+    addEntry(callbacks, "Input Bit Depth", getBitDepthName(input));
+    addEntry(callbacks, "Output Bit Depth", getBitDepthName(output));
+    addEntry(callbacks, "Nickname", transform.getName());
+    addEntry(callbacks, "Inverse Of", transform.getInverseOfId());
+    addEntry(callbacks, "Identifier", transform.getId());
+}
+
+template <class Content>
+void addSection(Callbacks& callbacks, std::string const& name, Content const& content)
+{
+    callbacks.beginSection(name.c_str());
+    content();
     callbacks.endSection();
 }
 
@@ -203,22 +226,39 @@ void extractOp(Color::Op const& op, Callbacks& callbacks)
 void extractContent(Color::Transform const& transform, Callbacks& callbacks)
 {
     // Depths first: an empty transform has none, and is refused before a section begins.
-    char const* const inputDepth = getBitDepthName(transform.getInputBitDepth());
-    char const* const outputDepth = getBitDepthName(transform.getOutputBitDepth());
+    BitDepth const input = transform.getInputBitDepth();
+    BitDepth const output = transform.getOutputBitDepth();
+    addSection(callbacks, "Transform",
+               [&]
+               {
+                   addTransformEntries(callbacks, transform, input, output);
+                   Color::OpList const& ops = transform.getOps();
+                   for (unsigned int i = 0; i < ops.size(); ++i)
+                       addSection(callbacks, ops.get(i).getOpTypeName(), [&] { addOpEntries(callbacks, ops.get(i)); });
+               });
+}
 
-    callbacks.beginSection("Transform");
-    addDescriptions(callbacks, transform.getDescriptions());
-    addEntry(callbacks, "Input Descriptor", transform.getInputDescriptor());
-    addEntry(callbacks, "Output Descriptor", transform.getOutputDescriptor());
-    addEntry(callbacks, "Input Bit Depth", inputDepth);
-    addEntry(callbacks, "Output Bit Depth", outputDepth);
-    addEntry(callbacks, "Nickname", transform.getName());
-    addEntry(callbacks, "Inverse Of", transform.getInverseOfId());
-    addEntry(callbacks, "Identifier", transform.getId());
-    Color::OpList const& ops = transform.getOps();
-    for (unsigned int i = 0; i < ops.size(); ++i)
-        extractOp(ops.get(i), callbacks);
-    callbacks.endSection();
+void extractPipeline(Rendering::Pipeline const& pipeline, PixelFormat input, PixelFormat output, Callbacks& callbacks)
+{
+    auto const addOp = [&](unsigned int i)
+    {
+        Color::Op const& op = pipeline.transform->getOps().get(i);
+        addSection(callbacks, op.getOpTypeName(),
+                   [&]
+                   {
+                       addRenderer(callbacks, pipeline.rendererOfOp[i]);
+                       addOpEntries(callbacks, op);
+                   });
+    };
+    addSection(callbacks, "Transform",
+               [&]
+               {
+                   addTransformEntries(callbacks, *pipeline.transform, Color::Utils::depthOf(input), Color::Utils::depthOf(output));
+                   for (unsigned int i = 0; i < pipeline.transform->getOps().size(); ++i)
+                       addOp(i);
+                   if (pipeline.convertsDepthOnly())
+                       addSection(callbacks, "Depth Conversion", [&] { addRenderer(callbacks, &(*pipeline.renderers)[0]); });
+               });
 }
 
 std::string formatTuple(std::initializer_list<float> values)

@@ -57,6 +57,18 @@ TransformPtr::operator bool() const
     return m_transform != nullptr;
 }
 
+TavStatus extractOptimizedContent(TransformPtr const& transform, PixelFormat input, PixelFormat output,
+                                  OptimizerFlags optimizerFlags, Transform::ContentCallbacks& callbacks)
+{
+    return Color::statusOf(
+        [&]
+        {
+            auto const* const implementation = dynamic_cast<Impl::Transform const*>(transform.get());
+            requireParameter(implementation, "transform");
+            implementation->extractOptimizedContent(input, output, optimizerFlags, callbacks);
+        });
+}
+
 TavStatus CreateMatrixTransform(BitDepth input, BitDepth output, float const* matrix, float const* offsets, bool hasAlpha,
                                 TransformPtr& transform)
 {

@@ -278,6 +278,14 @@ void Transform::update()
     finalize(m_inputPixelFormat, m_outputPixelFormat, m_rendererFlags, m_optimizerFlags, m_resolveFlags);
 }
 
+void Transform::extractOptimizedContent(PixelFormat input, PixelFormat output, OptimizerFlags optimizerFlags,
+                                        ContentCallbacks& callbacks) const
+{
+    std::shared_ptr<Color::Transform> flat = getResolvedTransform()->clone(CloneType::Flat);
+    Color::TransformTools::optimize(flat, optimizerFlags);
+    extractPipeline(Rendering::makePipeline(flat, input, output), input, output, callbacks);
+}
+
 std::shared_ptr<Color::Transform> Transform::getResolvedTransform() const
 {
     resolve(m_fullPath, m_resolveFlags, *m_transform);

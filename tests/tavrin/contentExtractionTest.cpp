@@ -14,6 +14,14 @@ using testing::Not;
 namespace
 {
 
+Lines optimizedContentOf(TransformPtr const& transform, OptimizerFlags flags = OPTIMIZER_DEFAULT_THRESHOLD,
+                         PixelFormat in = PF_RGBA_32f, PixelFormat out = PF_RGBA_32f)
+{
+    Recorder recorder;
+    EXPECT_EQ(told(extractOptimizedContent(transform, in, out, flags, recorder)), kGood);
+    return recorder.lines();
+}
+
 TEST(ExtractContent, TellsTheTransformAndItsOperatorsInOrder)
 {
     TransformPtr const transform = fromText(document("<Description>one</Description>\n"
@@ -100,6 +108,85 @@ TEST(ExtractContent, TellsABypassThatIsSet)
     EXPECT_THAT(contentOf(transform), Not(Contains(HasSubstr("Bypass"))));
     transform->setDynamicProperty(DynamicProperty(DynamicProperty::BYPASS, true));
     EXPECT_THAT(contentOf(transform), Contains("Bypass: true"));
+}
+
+TEST(ExtractOptimizedContent, TellsWhatIsLeftAtTheDepthsOfTheFormatsWithItsRenderers)
+{
+    TransformPtr const transform = fromText(document(doubling() + doubling() +
+                                                         "<Range inBitDepth='32f' outBitDepth='10i'>\n"
+                                                         "<minInValue>0.25</minInValue>\n"
+                                                         "<maxInValue>0.75</maxInValue>\n"
+                                                         "<minOutValue>0</minOutValue>\n"
+                                                         "<maxOutValue>1023</maxOutValue>\n"
+                                                         "</Range>",
+                                                     "id='t' name='Test'"));
+    ASSERT_TRUE(transform);
+    // A matrix of 4 that takes 8-bit codes, and a range that gives values of 0 to 1.
+    EXPECT_THAT(optimizedContentOf(transform, 90, PF_RGB_8i, PF_RGBA_16f),
+                ElementsAre("begin Transform",                                                           //
+                            "Input Descriptor: ",                                                        //
+                            "Output Descriptor: ",                                                       //
+                            "Input Bit Depth: 8i",                                                       //
+                            "Output Bit Depth: 16f",                                                     //
+                            "Nickname: Test",                                                            //
+                            "Inverse Of: ",                                                              //
+                            "Identifier: t",                                                             //
+                            "begin Matrix",                                                              //
+                            "Renderer: ScaleRenderer",                                                   //
+                            "Identifier: ",                                                              //
+                            "Name: ",                                                                    //
+                            "Input Bit Depth: 8i",                                                       //
+                            "Output Bit Depth: 32f",                                                     //
+                            "Array Row 1:       0.0157      0.0000      0.0000      0.0000      0.0000", //
+                            "Array Row 2:       0.0000      0.0157      0.0000      0.0000      0.0000", //
+                            "Array Row 3:       0.0000      0.0000      0.0157      0.0000      0.0000", //
+                            "Array Row 4:       0.0000      0.0000      0.0000      0.0039      0.0000", //
+                            "end",                                                                       //
+                            "begin Range",                                                               //
+                            "Renderer: RangeScaleMinMaxRenderer",                                        //
+                            "Identifier: ",                                                              //
+                            "Name: ",                                                                    //
+                            "Input Bit Depth: 32f",                                                      //
+                            "Output Bit Depth: 16f",                                                     //
+                            "Min Input Value:       0.2500",                                             //
+                            "Min Output Value:       0.0000",                                            //
+                            "Max Input Value:       0.7500",                                             //
+                            "Max Output Value:       1.0000",                                            //
+                            "end",                                                                       //
+                            "end"));
+}
+
+TEST(ExtractOptimizedContent, TellsTheRendererThatBelongsToNoOperator)
+{
+    std::string const range = "<Range inBitDepth='8i' outBitDepth='8i'/>";
+    Lines const lone = optimizedContentOf(fromText(document(range)), 90, PF_RGB_8i, PF_RGB_8i);
+    EXPECT_THAT(lone, Contains("begin Range"));
+    EXPECT_THAT(lone, Contains("Renderer: none"));
+    EXPECT_THAT(lone, Contains("begin Depth Conversion"));
+    EXPECT_THAT(lone, Contains("Renderer: ScaleRenderer"));
+    // Nothing is left of a list whose operators are all bypassed.
+    Lines const bypassed = optimizedContentOf(fromText(document(doubling("bypass='true'"))));
+    EXPECT_THAT(bypassed, Not(Contains("begin Matrix")));
+    EXPECT_THAT(bypassed, Contains("begin Depth Conversion"));
+    EXPECT_THAT(optimizedContentOf(fromText(document(doubling()))), Not(Contains("begin Depth Conversion")));
+}
+
+TEST(ExtractOptimizedContent, LeavesTheTransformAsItWas)
+{
+    TransformPtr const transform = fromText(document(doubling() + doubling()));
+    Lines const before = contentOf(transform);
+    optimizedContentOf(transform);
+    EXPECT_EQ(contentOf(transform), before);
+    EXPECT_EQ(transform->getInputPixelFormat(), PF_UNKNOWN);
+}
+
+TEST(ExtractOptimizedContent, RefusesAnEmptyHandleAndWhatFinalizeRefuses)
+{
+    Recorder recorder;
+    EXPECT_EQ(told(extractOptimizedContent(TransformPtr(), PF_RGB_8i, PF_RGB_8i, 90, recorder)),
+              (Told{0x2030001, "NULL parameter: transform"}));
+    EXPECT_EQ(told(extractOptimizedContent(scaleBy(2.0F), PF_RGB_8i, PF_RGB_8i, 0, recorder)), kNullAction);
+    EXPECT_THAT(recorder.lines(), testing::IsEmpty());
 }
 
 TEST(ExtractContent, LetsACallersExceptionPass)

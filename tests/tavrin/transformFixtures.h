@@ -19,6 +19,7 @@ inline Told told(Tavrin::TavStatus const& status)
 
 inline Told const kGood{0, ""};
 inline Told const kNoCpuRenderer{0x2010001, "No 'CPU' renderer available"};
+inline Told const kNullAction{0x810006, "Attempt to apply Null optimizer action"};
 inline Told const kNoGpuRenderer{0x2010001, "No 'GPU' renderer available"};
 
 // Multiplies red, green and blue.

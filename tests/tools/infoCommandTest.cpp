@@ -1,5 +1,8 @@
 // The command 'info': texts written by hand.
 #include "programRun.h"
+#include "support/scopedEnvironment.h"
+
+#include <sstream>
 
 using testing::HasSubstr;
 
@@ -95,6 +98,97 @@ TEST_F(InfoCommand, ControlCharactersOfAFileDoNotReachTheTerminal)
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("Nickname          two lines\n"));
     EXPECT_THAT(outcome.out, HasSubstr("Identifier        x?y\n"));
+}
+
+constexpr char const* kFourMatrices = "<ProcessList version=\"1.5\" id=\"four\">\n"
+                                      "    <Matrix name=\"a\" inBitDepth=\"10i\" outBitDepth=\"32f\">\n"
+                                      "        <Array dim=\"3 3 3\">1 0 0  0 2 0  0 0 4</Array>\n"
+                                      "    </Matrix>\n"
+                                      "    <Matrix name=\"b\" inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                                      "        <Array dim=\"3 3 3\">1 0 0  0 1 0  0 0 1</Array>\n"
+                                      "    </Matrix>\n"
+                                      "    <Matrix name=\"c\" inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                                      "        <Array dim=\"3 3 3\">0 0.5 0  0.5 0 0  0 0 0.5</Array>\n"
+                                      "    </Matrix>\n"
+                                      "    <Matrix name=\"d\" inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                                      "        <Array dim=\"3 3 3\">3 0 0  0 3 0  0 0 3</Array>\n"
+                                      "        <DynamicParameter param=\"LOOK_SWITCH\"/>\n"
+                                      "    </Matrix>\n"
+                                      "</ProcessList>\n";
+
+// The lines that name an operator or its renderer.
+std::string pipelineOf(Outcome const& outcome)
+{
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    std::istringstream lines(outcome.out);
+    std::string pipeline;
+    for (std::string line; std::getline(lines, line);)
+    {
+        if (line == "  Matrix")
+            pipeline += "Matrix ";
+        if (line.rfind("    Renderer  ", 0) == 0)
+            pipeline += "by " + line.substr(line.find_last_of(' ') + 1) + "; ";
+    }
+    return pipeline;
+}
+
+TEST_F(InfoCommand, OptimizedShowsWhatIsRenderedAtTheTransformsOwnDepths)
+{
+    writeText(folder / "four.ctf", kFourMatrices);
+    const Outcome outcome = run({"info", "four.ctf", "--optimized", "90"});
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, "Transform\n"
+                           "  Input Bit Depth   10i\n"
+                           "  Output Bit Depth  32f\n"
+                           "  Identifier        four\n"
+                           "  Matrix\n"
+                           "    Renderer          MatrixRenderer\n"
+                           "    Name              acd\n"
+                           "    Input Bit Depth   10i\n"
+                           "    Output Bit Depth  32f\n"
+                           "    Array Row 1       0.0000      3.0000      0.0000      0.0000      0.0000\n"
+                           "    Array Row 2       1.5000      0.0000      0.0000      0.0000      0.0000\n"
+                           "    Array Row 3       0.0000      0.0000      6.0000      0.0000      0.0000\n"
+                           "    Array Row 4       0.0000      0.0000      0.0000      0.0010      0.0000\n");
+}
+
+TEST_F(InfoCommand, OptimizedGoesAsFarAsTheFlagsSay)
+{
+    writeText(folder / "four.ctf", kFourMatrices);
+    std::string const scale = "Matrix by ScaleRenderer; ";
+    std::string const mix = "Matrix by MatrixRenderer; ";
+    EXPECT_EQ(pipelineOf(run({"info", "four.ctf", "--optimized", "101"})), scale + scale + mix + scale);
+    EXPECT_EQ(pipelineOf(run({"info", "four.ctf", "--optimized", "96"})), scale + mix + scale);
+    EXPECT_EQ(pipelineOf(run({"info", "four.ctf", "--optimized", "95"})), mix);
+    // Dynamic operators are kept apart.
+    EXPECT_EQ(pipelineOf(run({"info", "four.ctf", "--optimized", "2147483743"})), mix + scale);
+}
+
+TEST_F(InfoCommand, OptimizedObeysTheEnvironmentOfTheProcess)
+{
+    writeText(folder / "four.ctf", kFourMatrices);
+    std::string const scale = "Matrix by ScaleRenderer; ";
+    std::string const mix = "Matrix by MatrixRenderer; ";
+    const auto pipelineUnder = [&](char const* variable, char const* value)
+    {
+        ScopedEnvironment const environment(variable, value);
+        return pipelineOf(run({"info", "four.ctf", "--optimized", "90"}));
+    };
+    EXPECT_EQ(pipelineUnder("TAVRIN_OPTIMIZER_VALUE", "101"), scale + scale + mix + scale);
+    EXPECT_EQ(pipelineUnder("TAVRIN_OPTIMIZER_VALUE", "-1"), mix);
+    EXPECT_EQ(pipelineUnder("TAVRIN_OPTIMIZER_KEEP_DYNAMIC_OPS", "1"), mix + scale);
+    EXPECT_EQ(pipelineUnder("TAVRIN_OPTIMIZER_KEEP_DYNAMIC_OPS", "0"), mix);
+
+    // What is no number counts as 0, at which no list is ever simple enough.
+    ScopedEnvironment const environment("TAVRIN_OPTIMIZER_VALUE", "fast");
+    expectFailure(run({"info", "four.ctf", "--optimized", "90"}), 1,
+                  "tavrin: cannot tell what 'four.ctf' holds: Attempt to apply Null optimizer action");
+}
+
+TEST_F(InfoCommand, OptimizedNeedsANumberFromOneOn)
+{
+    expectFailure(run({"info", "four.ctf", "--optimized", "0"}), 2, HasSubstr("--optimized: "));
 }
 
 TEST_F(InfoCommand, MissingFileIsNamed)

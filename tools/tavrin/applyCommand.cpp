@@ -88,11 +88,8 @@ void setUp(CLI::App& command)
     command.add_option("--threads", options->threads, "Number of threads (default: all cores)")
         ->check(CLI::Range(1, 1024))
         ->option_text("N");
-    command
-        .add_option("--optimize", options->optimizerFlags,
-                    "Optimizer flags: the lowest priority of what is\nsimplified, 90 by default; above 100 nothing is")
-        ->check(CLI::Range(1u, 0xffffffffu))
-        ->option_text("N");
+    addOptimizerOption(command, "--optimize", options->optimizerFlags,
+                       "Optimizer flags: the lowest priority of what is\nsimplified, 90 by default; above 100 nothing is");
     command
         .add_option("--exposure", options->exposure,
                     "Exposure in stops, where the transforms let it\nchange (a DynamicParameter of their file)")

@@ -1,5 +1,6 @@
-// tavrin info TRANSFORM: what a transform consists of.
+// tavrin info TRANSFORM: what a transform consists of, as it stands or as it is rendered.
 #include "command.h"
+#include "options.h"
 #include "text.h"
 #include "transforms.h"
 
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -74,6 +76,7 @@ struct Options
 {
     std::string path;
     bool all = false;
+    std::optional<Tavrin::OptimizerFlags> optimizerFlags;
 };
 
 // A longer run of numbered entries, which a table's rows are, is shown by its two ends.
@@ -144,11 +147,26 @@ private:
     bool m_all;
 };
 
+Tavrin::PixelFormat formatOfDepth(Tavrin::BitDepth depth)
+{
+    return Tavrin::strToPF(fmt::format("PF_RGBA_{}", Tavrin::getBitDepthName(depth)).c_str());
+}
+
+// As it stands, or what is rendered from and to pixels of its own depths.
+Tavrin::TavStatus extract(Tavrin::TransformPtr const& transform, std::optional<Tavrin::OptimizerFlags> optimizerFlags,
+                          Collector& collector)
+{
+    if (!optimizerFlags)
+        return transform->extractContent(collector);
+    return Tavrin::extractOptimizedContent(transform, formatOfDepth(transform->getInputBitDepth()),
+                                           formatOfDepth(transform->getOutputBitDepth()), *optimizerFlags, collector);
+}
+
 void info(Options const& options)
 {
     const Tavrin::TransformPtr transform = loadTransform(options.path);
     Collector collector;
-    check(transform->extractContent(collector), fmt::format("cannot tell what '{}' holds", options.path));
+    check(extract(transform, options.optimizerFlags, collector), fmt::format("cannot tell what '{}' holds", options.path));
     for (Section const& section : collector.root().sections)
         Printer(options.all).print(section, 0);
 }
@@ -158,11 +176,18 @@ void setUp(CLI::App& command)
     const auto options = std::make_shared<Options>();
     command.add_option("TRANSFORM", options->path, "The transform file")->required();
     command.add_flag("--all", options->all, "Show all rows of a long table");
+    addOptimizerOption(command, "--optimized", options->optimizerFlags,
+                       "Show the transform as it is rendered: what the\noptimizer leaves with these flags (see 'apply'), and\nthe "
+                       "kinds of renderers");
     command.callback([options] { info(*options); });
 }
 
 } // namespace
 
-const Command infoCommand = {"info", "Tell what a transform consists of", "Example:\n  tavrin info look.ctf", setUp};
+const Command infoCommand = {"info", "Tell what a transform consists of",
+                             "Examples:\n"
+                             "  tavrin info look.ctf\n"
+                             "  tavrin info look.ctf --optimized 90",
+                             setUp};
 
 } // namespace Program

@@ -32,6 +32,13 @@ inline CLI::Option* addDepthOption(CLI::App& command, std::optional<Tavrin::BitD
     return addChoice(command, "--depth", depth, depths, description)->option_text("8i|10i|12i|16i|16f|32f");
 }
 
+// Flags of the library's optimizer; without the option the value stays as it is.
+template <class Flags>
+CLI::Option* addOptimizerOption(CLI::App& command, std::string const& name, Flags& flags, std::string const& description)
+{
+    return command.add_option(name, flags, description)->check(CLI::Range(1u, 0xffffffffu))->option_text("N");
+}
+
 inline CLI::Option* addQuietOption(CLI::App& command, bool& quiet)
 {
     return command.add_flag("-q,--quiet", quiet, "Print nothing but errors");
