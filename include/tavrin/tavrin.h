@@ -7,6 +7,7 @@
 #include <tavrin/files.h>
 #include <tavrin/gpuAdaptor.h>
 #include <tavrin/logger.h>
+#include <tavrin/preferences.h>
 #include <tavrin/status.h>
 #include <tavrin/transform.h>
 #include <tavrin/transformFactory.h>

@@ -8,10 +8,10 @@ namespace Tavrin
 {
 
 // The name is the parameter's in the message.
-inline void requireParameter(void const* pointer, char const* name)
+inline void requireParameter(void const* pointer, char const* name, char const* module = Color::Module::kLibrary)
 {
     if (pointer == nullptr)
-        throw Color::failure(Color::ErrorIds::kNullParameter, Color::Module::kLibrary, name);
+        throw Color::failure(Color::ErrorIds::kNullParameter, module, name);
 }
 
 } // namespace Tavrin

@@ -36,6 +36,8 @@ inline constexpr char const* kGamutMap = "COLOR:TRANSFORM:GAMUT_MAP";
 inline constexpr char const* kHueVector = "COLOR:TRANSFORM:HUE_VECTOR";
 inline constexpr char const* kXml = "COLOR:XML:ALL";
 inline constexpr char const* kXmlReader = "COLOR:XML:READER";
+inline constexpr char const* kPreferencesReader = "COLOR:XML:PREFS_READER";
+inline constexpr char const* kResolver = "COLOR:XML:RESOLVER";
 inline constexpr char const* kXmlWriter = "COLOR:XML:WRITER";
 inline constexpr char const* kFileReader = "COLOR:XML:IO_READER";
 inline constexpr char const* kOcioReader = "COLOR:XML:OCIO_READER";
@@ -45,6 +47,8 @@ inline constexpr char const* kCpuRenderer = "COLOR:RENDERER:CPU";
 inline constexpr char const* kOcioRenderer = "COLOR:RENDERER:OCIO";
 inline constexpr char const* kTemplate = "COLOR:TEMPLATE:ALL";
 inline constexpr char const* kLibrary = "COLOR:TAVRIN:COLOR";
+inline constexpr char const* kLibraryPreferences = "COLOR:TAVRIN:PREFS";
+inline constexpr char const* kLibraryPath = "COLOR:TAVRIN:PATH";
 } // namespace Module
 
 } // namespace Color
