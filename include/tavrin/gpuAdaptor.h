@@ -42,17 +42,24 @@ public:
     // The five texts make one fragment shader, in this order.
     virtual TavStatus compileShader(char const* shaderHeader, char const* helperMethods, char const* mainHeader,
                                     char const* processing, char const* footer) = 0;
-    // Value points at a double or a bool that lives as long as the transform; a dynamic one is read again for each drawing.
+    // A float uniform. Value points at a bool if isBoolean is set, which becomes 1 or 0, and else at a double. It is read anew for
+    // each drawing and lives until the shader is released. A failing status is ignored.
     virtual TavStatus addUniform(DynamicProperty::Ids id, bool isDynamic, char const* name, bool isBoolean, void const* value) = 0;
-    // How a table of that many entries is folded into rows: a height of 1 means a 1D texture.
+    // How a table of that many entries goes into a texture: in one row (height 1), or folded to rows of the width, each of which
+    // begins with the last value of the one before. Then (width - 1) * height has to be at least length. A half-domain table, which
+    // has 65536 entries, needs a height above 1.
     virtual TavStatus getTextureSize(unsigned int length, unsigned int* width, unsigned int* height) = 0;
+    // Textures of 32-bit floats. Values are the caller's again after the call, so an adaptor copies them. One dimension: red alone,
+    // with linear interpolation, except that of a dither, which wants the nearest (its name begins with "bayer_").
     virtual TavStatus addTexture1D(char const* name, float const* values, unsigned int length) = 0;
     virtual TavStatus addTexture2D(char const* name, unsigned int width, unsigned int height, float const* values) = 0;
+    // Red, green and blue, with linear interpolation or the nearest; the first axis of the texture varies fastest. A failing status
+    // is ignored.
     virtual TavStatus addTexture3D(char const* name, unsigned int edgeLength, bool linear, float const* values,
                                    unsigned int count) = 0;
-    // Forgets textures and uniforms.
+    // Forgets textures and uniforms. A failing status is ignored.
     virtual TavStatus resetResources() = 0;
-    // The name of the sampler of the picture.
+    // The name of the sampler of the picture. In Cg it has to be "frontTex".
     virtual char const* getInputTextureName() = 0;
     // Draws the texture through the shader.
     virtual TavStatus drawFrame(unsigned int texture, Vertices const& position, Vertices const& textureCoordinates) = 0;

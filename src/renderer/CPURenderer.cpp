@@ -3,6 +3,7 @@
 
 #include "renderer/CPUSelector.h"
 #include "renderer/opRenderers.h"
+#include "renderer/renderableOp.h"
 #include "renderer/transformTools.h"
 #include "transform/ops.h"
 #include "utils/errorMessage.h"
@@ -67,9 +68,7 @@ constexpr std::array kFamilies = {
 
 void addProcessor(Op const& op, TransformProcessor& processor)
 {
-    // The flat copy and the optimizer leave such operators out; meeting one means that optimization was held back.
-    if (op.getBypass()->getValue() && !op.getBypass()->isDynamic())
-        throw Color::failure(ErrorIds::kUnfinalizedTransform, Module::kRenderer);
+    requireFinalized(op);
     kFamilies.at(static_cast<std::size_t>(op.getOpType()))(op, processor);
 }
 
@@ -117,7 +116,7 @@ Pipeline makePipeline(std::shared_ptr<Transform> const& transform, PixelFormat i
     if (transform == nullptr)
         throw Color::failure(ErrorIds::kRendererTransformNull, Module::kRenderer);
     if (transform->hasUnresolvedReferences())
-        throw Color::failure(ErrorIds::kUnresolvedTransform, Module::kRenderer);
+        refuseUnresolved();
 
     Pipeline pipeline{cloneAtDepthsOf(*transform, in, out), std::make_shared<TransformProcessor>(), {}};
     Color::OpList const& ops = pipeline.transform->getOps();

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <bit>
+#include <cmath>
 #include <mutex>
 
 namespace Rendering::DitherOpUtil
@@ -70,6 +71,12 @@ float const* BayerMatrix::operator[](int row) const
 unsigned int getMaskDim()
 {
     return 16;
+}
+
+float getStep(Tavrin::BitDepth depth)
+{
+    unsigned int const bits = depth == Tavrin::BIT_DEPTH_16f ? 10 : Tavrin::getBitDepthPrecision(depth);
+    return std::ldexp(1.0F, -static_cast<int>(bits));
 }
 
 BayerMatrix getBayerMatrixInstance(Tavrin::BitDepth inDepth, Tavrin::BitDepth ditherDepth)

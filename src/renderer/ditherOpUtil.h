@@ -36,6 +36,9 @@ private:
 // The dimension of the noise that pictures get.
 unsigned int getMaskDim();
 
+// One step of a depth as a part of full signal, a power of two. A half has ten bits between a number and its double.
+float getStep(Tavrin::BitDepth depth);
+
 // Noise of one step of the dither depth, in code values of the input depth; dimension 0 where dithering would be bypassed.
 BayerMatrix getBayerMatrixInstance(Tavrin::BitDepth inDepth, Tavrin::BitDepth ditherDepth);
 

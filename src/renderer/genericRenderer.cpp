@@ -2,6 +2,7 @@
 #include "renderer/genericRenderer.h"
 
 #include "renderer/CPURenderer.h"
+#include "renderer/GPURenderer.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -72,14 +73,13 @@ std::shared_ptr<GenericCPURenderer> getCPURenderer(RenderingType type)
     return nullptr;
 }
 
-// There is no renderer on the GPU side yet, with or without an adaptor.
 std::shared_ptr<GenericGPURenderer> getGPURenderer(RenderingType type)
 {
     switch (chosenType("TAVRIN_GPU_RENDERER", type))
     {
     case RENDERING_DEFAULT:
     case RENDERING_GPU:
-        throw notAvailable("GPU");
+        return std::make_shared<GPURenderer>();
     case RENDERING_CPU:
     case RENDERING_OCIO:
         throw notValid("CPU");

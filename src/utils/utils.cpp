@@ -67,9 +67,9 @@ std::string getFileExtension(std::string const& path)
     return dot == std::string_view::npos ? std::string() : std::string(name.substr(dot + 1));
 }
 
-std::string valueString(double value)
+std::string valueString(double value, int precision)
 {
-    return printNumber(value, std::chars_format::general, 6);
+    return printNumber(value, std::chars_format::general, precision);
 }
 
 std::string formatFloat(float value)

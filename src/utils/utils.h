@@ -21,8 +21,8 @@ std::string trimString(std::string const& text);
 // What follows the last dot of the path's file name, without the dot; empty when there is none.
 std::string getFileExtension(std::string const& path);
 
-// A number as a default stream prints it (six significant digits).
-std::string valueString(double value);
+// A number as a stream of that precision prints it, by default with six significant digits.
+std::string valueString(double value, int precision = 6);
 
 // A number in a field 12 wide, filled with blanks, precision 4: magnitudes below 0.0001 other than zero in scientific
 // notation, all others fixed.

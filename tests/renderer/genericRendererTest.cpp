@@ -33,6 +33,16 @@ TEST(GenericRenderer, CpuSideRefusesGpuTypes)
     EXPECT_EQ(failureOf([] { getCPURenderer(RENDERING_OCIO_GPU); }), kGpuNotValid);
 }
 
+TEST(GenericRenderer, GpuSideGivesTheGpuRenderer)
+{
+    for (RenderingType const type : {RENDERING_DEFAULT, RENDERING_GPU})
+    {
+        auto const renderer = getGPURenderer(type);
+        ASSERT_NE(renderer, nullptr);
+        EXPECT_EQ(renderer->getType(), RENDERING_GPU);
+    }
+}
+
 TEST(GenericRenderer, GpuSideRefusesCpuTypes)
 {
     EXPECT_EQ(failureOf([] { getGPURenderer(RENDERING_CPU); }), kCpuNotValid);

@@ -2,6 +2,8 @@
 #ifndef TAVRIN_TESTS_TAVRIN_TRANSFORM_FIXTURES_H
 #define TAVRIN_TESTS_TAVRIN_TRANSFORM_FIXTURES_H
 
+#include "support/recordingAdaptor.h"
+
 #include <tavrin/tavrin.h>
 
 #include <string>
@@ -71,33 +73,16 @@ inline Pixels render(Tavrin::TransformPtr const& transform, Pixels pixel)
     return rendered ? pixel : Pixels();
 }
 
-// Does nothing, and tells when it is deleted.
-class IdleAdaptor : public Tavrin::GPUAdaptor
+// Tells when it is deleted.
+class IdleAdaptor : public RecordingAdaptor
 {
 public:
-    explicit IdleAdaptor(bool* deleted = nullptr) : GPUAdaptor(LANGUAGE_GLSL, PIPELINE_DEFAULT), m_deleted(deleted) {}
+    explicit IdleAdaptor(bool* deleted = nullptr) : m_deleted(deleted) {}
     ~IdleAdaptor() override
     {
         if (m_deleted != nullptr)
             *m_deleted = true;
     }
-
-    Tavrin::TavStatus beginShader() override { return {}; }
-    Tavrin::TavStatus releaseShader() override { return {}; }
-    Tavrin::TavStatus compileShader(char const*, char const*, char const*, char const*, char const*) override { return {}; }
-    Tavrin::TavStatus addUniform(Tavrin::DynamicProperty::Ids, bool, char const*, bool, void const*) override { return {}; }
-    Tavrin::TavStatus getTextureSize(unsigned int length, unsigned int* width, unsigned int* height) override
-    {
-        *width = length;
-        *height = 1;
-        return {};
-    }
-    Tavrin::TavStatus addTexture1D(char const*, float const*, unsigned int) override { return {}; }
-    Tavrin::TavStatus addTexture2D(char const*, unsigned int, unsigned int, float const*) override { return {}; }
-    Tavrin::TavStatus addTexture3D(char const*, unsigned int, bool, float const*, unsigned int) override { return {}; }
-    Tavrin::TavStatus resetResources() override { return {}; }
-    char const* getInputTextureName() override { return "picture"; }
-    Tavrin::TavStatus drawFrame(unsigned int, Tavrin::Vertices const&, Tavrin::Vertices const&) override { return {}; }
 
 private:
     bool* m_deleted;

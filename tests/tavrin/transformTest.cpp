@@ -225,7 +225,7 @@ TEST(PublicTransform, ObeysTheEnvironmentsChoiceOfAGpuRenderer)
     EXPECT_EQ(finalizeUnder("CPU"), (Told{0x810004, "A CPU renderer not a valid choice"}));
     EXPECT_EQ(finalizeUnder("OCIO"), (Told{0x810004, "A CPU renderer not a valid choice"}));
     EXPECT_EQ(finalizeUnder("OCIO_GPU"), (Told{0x810004, "A OCIO GPU renderer not a valid choice"}));
-    EXPECT_EQ(finalizeUnder("GPU"), kNoGpuRenderer);
+    EXPECT_EQ(finalizeUnder("GPU"), kNoGpuRenderer); // There is one, but it has no adaptor.
     EXPECT_EQ(finalizeUnder("gpu"), kNoGpuRenderer);
 }
 
