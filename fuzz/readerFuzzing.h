@@ -59,4 +59,14 @@ void expectAnOutcome(Parse&& parse)
     }
 }
 
+// One run of the target of a reader that reads nothing but files.
+template <class Reader>
+int fuzzFile(char const* extension, std::uint8_t const* data, std::size_t size)
+{
+    static MemoryFile const file(extension);
+    std::string const& path = file.write(std::string(reinterpret_cast<char const*>(data), size));
+    expectAnOutcome<Reader>([&](Reader const& reader) { reader.parseFile(path); });
+    return 0;
+}
+
 #endif

@@ -5,6 +5,8 @@
 #include "xml/cdlReader.h"
 #include "xml/ioReader.h"
 #include "xml/ocioReader.h"
+#include "xml/ostrand1DReader.h"
+#include "xml/ostrand3DReader.h"
 #include "xml/xmlTransformReader.h"
 
 #include <algorithm>
@@ -36,6 +38,8 @@ std::shared_ptr<IOReader> createReader()
 constexpr ReaderRow kReaders[] = {
     {&createReader<XMLTransformReader>, &XMLTransformReader::supportedFileFormats},
     {&createReader<CDLReader>, &CDLReader::supportedFileFormats},
+    {&createReader<Ostrand1DReader>, &Ostrand1DReader::supportedFileFormats},
+    {&createReader<Ostrand3DReader>, &Ostrand3DReader::supportedFileFormats},
     {&createReader<OCIOReader>, &OCIOReader::supportedFileFormats},
 };
 

@@ -37,12 +37,35 @@ std::string const kCorrection = "<ColorCorrection id='half'><SOPNode><Slope>0.5 
 // Powers are made of polynomials, to 16 bits.
 constexpr float kPowerError = 0.25F / 65536.0F;
 
+// A few roundings of values up to 1.
+constexpr float kRounding = 3e-7F;
+
+// 8 bits, halved and rounded down: between the rows 127 and 128 lies 63.5.
+std::string halvingTable()
+{
+    std::string text = "LUT: 1 256 256\n";
+    for (int i = 0; i < 256; ++i)
+        text += std::to_string(i / 2) + "\n";
+    return text;
+}
+
+// 10 bits, red falls by 50 a grid point: the eighth point is in the middle.
+std::string fallingCube()
+{
+    std::string text;
+    for (int i = 0; i < 17 * 17 * 17; ++i)
+        text += std::to_string(1000 - i / 289 * 50) + " 0 0\n";
+    return text;
+}
+
 std::vector<OtherFormat> const kFormats = {
     {"cdl", "ASC CDL color decision list XML format",
      "<ColorDecisionList><ColorDecision>" + kCorrection + "</ColorDecision></ColorDecisionList>", "ASC CDL", 0.25F, kPowerError},
     {"ccc", "ASC CDL color correction collection XML format",
      "<ColorCorrectionCollection>" + kCorrection + "</ColorCorrectionCollection>", "ASC CDL", 0.25F, kPowerError},
     {"cc", "CDL fragment format", kCorrection, "ASC CDL", 0.25F, kPowerError},
+    {"lut", "Ostrand 1d-LUT format", halvingTable(), "LUT 1D", 63.5F / 255.0F, kRounding},
+    {"3dl", "Ostrand 3d-LUT format", fallingCube(), "LUT 3D", 600.0F / 1023.0F, kRounding},
 };
 
 } // namespace
