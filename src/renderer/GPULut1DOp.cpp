@@ -2,8 +2,8 @@
 #include "renderer/GPULut1DOp.h"
 
 #include "renderer/GPUOps.h"
+#include "renderer/compose.h"
 #include "renderer/hueKeepingText.h"
-#include "renderer/transformTools.h"
 #include "utils/errorMessage.h"
 
 #include <vector>

@@ -44,7 +44,7 @@ TransformPtr look()
 {
     std::string rows;
     for (int i = 0; i < 1025; ++i)
-        rows += std::to_string(i / 1024.0) + "\n";
+        rows += std::to_string(i / 1024.0 * i / 1024.0) + "\n";
     return fromText(document("<LUT1D inBitDepth='32f' outBitDepth='32f'>\n<Array dim='1025 1'>\n" + rows + "</Array>\n</LUT1D>"));
 }
 
