@@ -1,8 +1,10 @@
 // Which renderer a transform gets: the caller's choice, unless the environment names another one.
 #include "renderer/genericRenderer.h"
 
+#include "ocio/opUtil.h"
 #include "renderer/CPURenderer.h"
 #include "renderer/GPURenderer.h"
+#include "renderer/OCIORenderer.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -56,7 +58,7 @@ Color::Exception notAvailable(char const* renderer)
 
 } // namespace
 
-// OCIO is a valid choice on the CPU side, but this library has no such renderer: it is reported as one that is not available.
+// OCIO is a valid choice on the CPU side, but not every build has it.
 std::shared_ptr<GenericCPURenderer> getCPURenderer(RenderingType type)
 {
     switch (chosenType("TAVRIN_CPU_RENDERER", type))
@@ -65,7 +67,9 @@ std::shared_ptr<GenericCPURenderer> getCPURenderer(RenderingType type)
     case RENDERING_CPU:
         return std::make_shared<CPURenderer>();
     case RENDERING_OCIO:
-        throw notAvailable("OCIO");
+        if (!Color::OpUtil::isAvailable())
+            throw notAvailable("OCIO");
+        return std::make_shared<OCIORenderer>();
     case RENDERING_GPU:
     case RENDERING_OCIO_GPU:
         throw notValid("GPU");

@@ -1,5 +1,7 @@
 // The choice of a renderer by type and by the words of the environment.
 #include "renderer/genericRenderer.h"
+
+#include "ocio/opUtil.h"
 #include "support/failure.h"
 #include "support/scopedEnvironment.h"
 
@@ -25,6 +27,14 @@ TEST(GenericRenderer, CpuSideGivesTheCpuRenderer)
         EXPECT_EQ(renderer->getType(), RENDERING_CPU);
     }
     EXPECT_NE(getCPURenderer(RENDERING_CPU), getCPURenderer(RENDERING_CPU));
+}
+
+TEST(GenericRenderer, CpuSideGivesTheOpenColorIORendererWhereThereIsOne)
+{
+    if (Color::OpUtil::isAvailable())
+        EXPECT_EQ(getCPURenderer(RENDERING_OCIO)->getType(), RENDERING_OCIO);
+    else
+        EXPECT_EQ(failureOf([] { getCPURenderer(RENDERING_OCIO); }), (Failure{0x2010001, "No 'OCIO' renderer available"}));
 }
 
 TEST(GenericRenderer, CpuSideRefusesGpuTypes)

@@ -203,6 +203,22 @@ TEST(PublicTransform, ObeysTheEnvironmentsChoiceOfACpuRenderer)
     EXPECT_EQ(render(transform, kPixel), kDoubled);
 }
 
+// Not every build has OpenColorIO.
+TEST(PublicTransform, RendersThroughOpenColorIOWhereTheEnvironmentSaysSo)
+{
+    TransformPtr const transform = scaleBy(2.0F);
+    TransformPtr const exposure = fromText(document("<ExposureContrast inBitDepth='32f' outBitDepth='32f' style='linear'>"
+                                                    "<ECParams exposure='1' contrast='1' pivot='0.18'/></ExposureContrast>"));
+    ASSERT_TRUE(exposure);
+    ScopedEnvironment const environment("TAVRIN_CPU_RENDERER", "OCIO");
+    Told const outcome = told(finalizeForCpu(transform));
+    if (outcome == Told{0x2010001, "No 'OCIO' renderer available"})
+        GTEST_SKIP() << "this build has no OpenColorIO";
+    ASSERT_EQ(outcome, kGood);
+    EXPECT_EQ(render(transform, kPixel), kDoubled);
+    EXPECT_EQ(told(finalizeForCpu(exposure)), (Told{0x840001, "Exposure/Contrast operation not supported by OCIO"}));
+}
+
 TEST(PublicTransform, IgnoresWordsInTheEnvironmentThatDoNotMatchExactly)
 {
     TransformPtr const transform = scaleBy(2.0F);
