@@ -117,6 +117,17 @@ void addRender(std::string const& name, Tavrin::TransformPtr const& transform, T
         });
 }
 
+void addFinalize(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::OptimizerFlags flags)
+{
+    benchmark::RegisterBenchmark((name + ", threshold " + std::to_string(flags)).c_str(),
+                                 [=](benchmark::State& state)
+                                 {
+                                     for (auto _ : state)
+                                         check(transform->finalize(Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, Tavrin::RENDERER_CPU,
+                                                                   flags, Tavrin::RESOLVE_GRAPHICS_MONITOR));
+                                 });
+}
+
 void addWork(std::string const& name, Tavrin::PixelFormat format, std::function<void()> const& prepare,
              std::function<void()> const& work)
 {

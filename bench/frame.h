@@ -35,6 +35,9 @@ enum class Placement
 void addRender(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::PixelFormat in, Tavrin::PixelFormat out,
                Placement placement = Placement::Separate);
 
+// Finalize, whose time does not depend on a frame, with these optimizer flags.
+void addFinalize(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::OptimizerFlags flags);
+
 // Any work on a frame of the format; for peers. Prepare runs once, untimed, before the work does.
 void addWork(std::string const& name, Tavrin::PixelFormat format, std::function<void()> const& prepare,
              std::function<void()> const& work);

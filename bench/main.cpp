@@ -1,4 +1,4 @@
-// Runs the benchmarks and ends with a table of nanoseconds of processor time a pixel and of ratios to memcpy.
+// Runs the benchmarks and ends with a table of nanoseconds of processor time a pixel and of ratios to memcpy, and one of set-ups.
 #include "frame.h"
 
 #include <benchmark/benchmark.h>
@@ -12,6 +12,7 @@
 
 namespace Bench
 {
+void addFinalizes();
 void addGrades();
 void addLinear();
 void addLooks();
@@ -42,9 +43,15 @@ public:
         {
             if (run.aggregate_name != "median" || run.error_occurred)
                 continue;
-            double const bytes = run.counters.at("bytes");
-            double const nanoseconds = run.GetAdjustedCPUTime() / static_cast<double>(Bench::kPixels);
             std::string const name = run.run_name.function_name;
+            auto const counter = run.counters.find("bytes");
+            if (counter == run.counters.end())
+            {
+                m_setUps.emplace_back(name, run.GetAdjustedCPUTime() * 1e-6);
+                continue;
+            }
+            double const bytes = counter->second;
+            double const nanoseconds = run.GetAdjustedCPUTime() / static_cast<double>(Bench::kPixels);
             if (name.rfind("memcpy/", 0) == 0)
                 m_memcpy[bytes] = nanoseconds;
             m_rows.push_back({name, bytes, nanoseconds});
@@ -52,7 +59,7 @@ public:
     }
 
     // Ratios are to a copy of as many bytes a pixel as the output has.
-    void printTable() const
+    void printTables() const
     {
         std::printf("\n| Work | ns a pixel | x memcpy |\n| --- | --- | --- |\n");
         for (Row const& row : m_rows)
@@ -64,6 +71,9 @@ public:
             else
                 std::printf("%.2f |\n", row.nanoseconds / copy->second);
         }
+        std::printf("\n| Set-up | ms |\n| --- | --- |\n");
+        for (auto const& [name, milliseconds] : m_setUps)
+            std::printf("| %s | %.3f |\n", name.c_str(), milliseconds);
     }
 
 private:
@@ -76,6 +86,8 @@ private:
 
     std::map<double, double> m_memcpy;
     std::vector<Row> m_rows;
+    // Work without pixels, in milliseconds.
+    std::vector<std::pair<std::string, double>> m_setUps;
 };
 
 } // namespace
@@ -94,8 +106,9 @@ int main(int argc, char** argv)
     Bench::addGrades();
     Bench::addLooks();
     Bench::addTables();
+    Bench::addFinalizes();
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    reporter.printTable();
+    reporter.printTables();
     return 0;
 }

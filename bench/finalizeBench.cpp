@@ -1,0 +1,85 @@
+// What finalize costs: the optimizer, the merging of tables, and the building of renderers.
+#include "frame.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace Bench
+{
+
+namespace
+{
+
+using Tavrin::TransformPtr;
+
+TransformPtr matrix()
+{
+    float const values[] = {0.9F, 0.1F, 0, 0.2F, 0.7F, 0.1F, 0, 0.1F, 0.9F};
+    float const offsets[] = {0.01F, 0, 0};
+    TransformPtr transform;
+    Tavrin::CreateMatrixTransform(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, values, offsets, false, transform);
+    return transform;
+}
+
+float curve(unsigned int index, unsigned int last)
+{
+    return static_cast<float>(std::pow(static_cast<double>(index) / last, 1.2));
+}
+
+TransformPtr table(unsigned int rows)
+{
+    std::vector<float> column(rows);
+    for (unsigned int i = 0; i < rows; ++i)
+        column[i] = curve(i, rows - 1);
+    TransformPtr transform;
+    Tavrin::Create1DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, rows, column.data(), column.data(),
+                                          column.data(), Tavrin::HALF_FLAGS_NONE, transform);
+    return transform;
+}
+
+TransformPtr grid(unsigned int points)
+{
+    std::vector<float> values;
+    for (unsigned int i = 0; i < points * points * points; ++i)
+    {
+        for (unsigned int index : {i / points / points, i / points % points, i % points})
+            values.push_back(curve(index, points - 1));
+    }
+    TransformPtr transform;
+    Tavrin::Create3DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, points, values.data(), transform);
+    return transform;
+}
+
+TransformPtr chain(std::vector<TransformPtr> const& transforms)
+{
+    TransformPtr all = transforms.front();
+    for (std::size_t i = 1; i < transforms.size(); ++i)
+    {
+        TransformPtr both;
+        Tavrin::concatenateTransforms(all, transforms[i], both);
+        all = both;
+    }
+    return all;
+}
+
+// As the list stands, as it is simplified by default, and with everything merged.
+void addAtThresholds(std::string const& name, TransformPtr const& transform)
+{
+    for (Tavrin::OptimizerFlags const threshold : {101U, 90U, 45U})
+        addFinalize("finalize/" + name, transform, threshold);
+}
+
+} // namespace
+
+void addFinalizes()
+{
+    addAtThresholds("64 matrices", chain(std::vector<TransformPtr>(64, matrix())));
+    addAtThresholds("two 1D 4096", chain({table(4096), table(4096)}));
+    addAtThresholds("matrix, 1D 4096, 3D 33, 1D 4096", chain({matrix(), table(4096), grid(33), table(4096)}));
+    for (unsigned int points : {33U, 65U})
+        addAtThresholds("two 3D " + std::to_string(points), chain({grid(points), grid(points)}));
+    addAtThresholds("3D 33, 3D 65", chain({grid(33), grid(65)}));
+}
+
+} // namespace Bench
