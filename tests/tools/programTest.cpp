@@ -22,7 +22,7 @@ TEST_F(Program, HelpListsTheCommands)
 {
     const Outcome outcome = run({"--help"});
     EXPECT_EQ(outcome.status, 0);
-    for (char const* command : {"\n  apply ", "\n  info ", "\n  chart ", "\n  formats "})
+    for (char const* command : {"\n  apply ", "\n  info ", "\n  convert ", "\n  chart ", "\n  formats "})
         EXPECT_THAT(outcome.out, HasSubstr(command));
 }
 

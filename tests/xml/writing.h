@@ -37,6 +37,14 @@ inline std::string startTagOf(Color::Op const& op)
     return text.substr(0, text.find('\n'));
 }
 
+// The style that the first tag of an operator names.
+inline std::string styleOf(Color::Op const& op)
+{
+    std::string const tag = startTagOf(op);
+    std::size_t const begin = tag.find(" style=\"") + 8;
+    return tag.substr(begin, tag.find('"', begin) - begin);
+}
+
 // A whole document.
 inline std::string written(std::shared_ptr<Color::Transform> const& transform)
 {

@@ -21,6 +21,7 @@ struct Command
 
 extern const Command applyCommand;
 extern const Command chartCommand;
+extern const Command convertCommand;
 extern const Command formatsCommand;
 extern const Command infoCommand;
 

@@ -19,7 +19,7 @@ namespace Program
 namespace
 {
 
-constexpr const Command* kCommands[] = {&applyCommand, &infoCommand, &chartCommand, &formatsCommand};
+constexpr const Command* kCommands[] = {&applyCommand, &infoCommand, &convertCommand, &chartCommand, &formatsCommand};
 
 enum ExitStatus : int
 {

@@ -1,17 +1,17 @@
-// Tables in files.
+// 1D tables and their inverse in files.
 #include "xml/writing.h"
 
 #include "transform/invLut1DOp.h"
 #include "transform/lut1DOp.h"
-#include "transform/lut3DOp.h"
 #include "transform/tableValues.h"
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 using namespace Tavrin;
 using Color::InvLut1DOp;
 using Color::Lut1DOp;
-using Color::Lut3DOp;
 using XmlTest::contentOf;
 using XmlTest::startTagOf;
 using XmlTest::written;
@@ -92,35 +92,13 @@ TEST(InvLut1DWriter, WritesTheForwardTable)
                            "</InverseLUT1D>\n");
 }
 
-TEST(Lut3DWriter, WritesAColourOnALine)
+// Reading takes the numbers of such an inverse table as values, not as patterns: the two directions differ.
+TEST(InvLut1DWriter, WritesRawHalfsAsBitPatternsToo)
 {
-    Lut3DOp op(BIT_DEPTH_8i, BIT_DEPTH_12i, "", "", Color::Descriptions(), Lut3DOp::InterpolationAlgo::Default, 2);
-    op.getArray().set(0, 7.0F);
-    EXPECT_EQ(written(op), "<LUT3D inBitDepth=\"8i\" outBitDepth=\"12i\">\n"
-                           "    <Array dim=\"2 2 2 3\">\n"
-                           "   7    0    0\n"
-                           "   0    0 4095\n"
-                           "   0 4095    0\n"
-                           "   0 4095 4095\n"
-                           "4095    0    0\n"
-                           "4095    0 4095\n"
-                           "4095 4095    0\n"
-                           "4095 4095 4095\n"
-                           "    </Array>\n"
-                           "</LUT3D>\n");
-}
-
-TEST(Lut3DWriter, WritesItsInterpolationUnlessItIsTheDefault)
-{
-    auto const tagOf = [](Lut3DOp::InterpolationAlgo interpolation)
-    {
-        Lut3DOp op(2U);
-        op.setInterpolation(interpolation);
-        return startTagOf(op);
-    };
-    EXPECT_EQ(tagOf(Lut3DOp::InterpolationAlgo::Default), "<LUT3D inBitDepth=\"32f\" outBitDepth=\"32f\">");
-    EXPECT_EQ(tagOf(Lut3DOp::InterpolationAlgo::Trilinear),
-              "<LUT3D inBitDepth=\"32f\" outBitDepth=\"32f\" interpolation=\"trilinear\">");
-    EXPECT_EQ(tagOf(Lut3DOp::InterpolationAlgo::FourPointTetrahedral),
-              "<LUT3D inBitDepth=\"32f\" outBitDepth=\"32f\" interpolation=\"4pt tetrahedral\">");
+    InvLut1DOp op(lut({0, 0, 0, 1, 1, 0.5F}, BIT_DEPTH_16f));
+    op.setOutputRawHalfs(true);
+    EXPECT_EQ(contentOf(op), "    <Array dim=\"2 3\">\n"
+                             "    0     0     0\n"
+                             "15360 15360 14336\n"
+                             "    </Array>\n");
 }
