@@ -66,6 +66,11 @@ TAVRIN_API TavStatus CreateReferenceTransformFromAlias(BitDepth input, BitDepth 
 // A new copy of a transform that comes with the library. On failure, for a type that does not exist, the handle stays as it was.
 TAVRIN_API TavStatus createStockTransform(StockTransform type, TransformPtr& transform);
 
+// A new transform that does the same with the operators that the optimizer leaves for these flags, as finalize does for itself:
+// references are replaced by what they point at. The transform can't be empty and stays as it is. On failure the handle of the new
+// one stays as it was.
+TAVRIN_API TavStatus optimizeTransform(TransformPtr const& transform, OptimizerFlags flags, TransformPtr& optimized);
+
 // A new transform that does the first, then the second. Neither may be empty; both stay as they are.
 TAVRIN_API TavStatus concatenateTransforms(TransformPtr const& first, TransformPtr const& second, TransformPtr& transform);
 

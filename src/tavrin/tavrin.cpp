@@ -57,6 +57,17 @@ TransformPtr::operator bool() const
     return m_transform != nullptr;
 }
 
+TavStatus optimizeTransform(TransformPtr const& transform, OptimizerFlags flags, TransformPtr& optimized)
+{
+    return Color::statusOf(
+        [&]
+        {
+            auto const* const implementation = dynamic_cast<Impl::Transform const*>(transform.get());
+            requireParameter(implementation, "transform");
+            optimized.reset(new Impl::Transform(implementation->getOptimizedTransform(flags)));
+        });
+}
+
 TavStatus extractOptimizedContent(TransformPtr const& transform, PixelFormat input, PixelFormat output,
                                   OptimizerFlags optimizerFlags, Transform::ContentCallbacks& callbacks)
 {

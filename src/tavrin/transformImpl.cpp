@@ -281,9 +281,14 @@ void Transform::update()
 void Transform::extractOptimizedContent(PixelFormat input, PixelFormat output, OptimizerFlags optimizerFlags,
                                         ContentCallbacks& callbacks) const
 {
+    extractPipeline(Rendering::makePipeline(getOptimizedTransform(optimizerFlags), input, output), input, output, callbacks);
+}
+
+std::shared_ptr<Color::Transform> Transform::getOptimizedTransform(OptimizerFlags flags) const
+{
     std::shared_ptr<Color::Transform> flat = getResolvedTransform()->clone(CloneType::Flat);
-    Color::TransformTools::optimize(flat, optimizerFlags);
-    extractPipeline(Rendering::makePipeline(flat, input, output), input, output, callbacks);
+    Color::TransformTools::optimize(flat, flags);
+    return flat;
 }
 
 std::shared_ptr<Color::Transform> Transform::getResolvedTransform() const

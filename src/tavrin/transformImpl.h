@@ -63,6 +63,8 @@ public:
     // What finalize would make of the transform for the formats; the transform stays as it is.
     void extractOptimizedContent(PixelFormat input, PixelFormat output, OptimizerFlags optimizerFlags,
                                  ContentCallbacks& callbacks) const;
+    // A new transform of the operators that the optimizer leaves, references replaced by what they point at.
+    std::shared_ptr<Color::Transform> getOptimizedTransform(OptimizerFlags flags) const;
     // The transform with its references replaced by what they point at; itself when it has none.
     std::shared_ptr<Color::Transform> getResolvedTransform() const;
     // Where the transform was read from; relative references are resolved against it. Null counts as an empty path.

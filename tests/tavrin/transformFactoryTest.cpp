@@ -1,12 +1,22 @@
 // The public functions that make transforms without a file.
+#include "contentRecorder.h"
 #include "transformFixtures.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstddef>
 
 using namespace Tavrin;
 
 namespace
 {
+
+std::ptrdiff_t matricesOf(TransformPtr const& transform)
+{
+    Lines const content = contentOf(transform);
+    return std::count(content.begin(), content.end(), "begin Matrix");
+}
 
 constexpr float kUnit[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
 constexpr float kOffsets[4] = {0.5F, 0.25F, 0, 0};
@@ -111,6 +121,27 @@ TEST(ConcatenateTransforms, RefusesEmptyHandlesAndLeavesTheResult)
     EXPECT_EQ(told(concatenateTransforms(transform, TransformPtr(), result)), null);
     EXPECT_EQ(told(concatenateTransforms(TransformPtr(), transform, result)), null);
     EXPECT_EQ(told(concatenateTransforms(TransformPtr(), TransformPtr(), result)), null);
+    EXPECT_EQ(result.get(), before);
+}
+
+TEST(OptimizeTransform, GivesANewTransformOfWhatIsLeft)
+{
+    TransformPtr const transform = fromText(document(doubling() + doubling("bypass='true'") + doubling(), "id='two' name='Twice'"));
+    TransformPtr optimized;
+    ASSERT_EQ(told(optimizeTransform(transform, OPTIMIZER_DEFAULT_THRESHOLD, optimized)), kGood);
+    EXPECT_STREQ(optimized->getName(), "Twice");
+    EXPECT_EQ(matricesOf(optimized), 1);
+    EXPECT_EQ(matricesOf(transform), 3);
+    ASSERT_EQ(told(finalizeForCpu(optimized)), kGood);
+    EXPECT_EQ(render(optimized, {0.25F, 0.5F, 0.0F, 1.0F}), (Pixels{1.0F, 2.0F, 0.0F, 1.0F}));
+}
+
+TEST(OptimizeTransform, RefusesAnEmptyHandleAndAThresholdOfZeroAndLeavesTheResult)
+{
+    TransformPtr result = scaleBy(3.0F);
+    Transform const* const before = result.get();
+    EXPECT_EQ(told(optimizeTransform(TransformPtr(), 90, result)), (Told{0x2030001, "NULL parameter: transform"}));
+    EXPECT_EQ(told(optimizeTransform(scaleBy(2.0F), 0, result)), (Told{0x810006, "Attempt to apply Null optimizer action"}));
     EXPECT_EQ(result.get(), before);
 }
 

@@ -16,6 +16,11 @@ constexpr char kNewRange[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                              "    </Range>\n"
                              "</ProcessList>\n";
 
+std::string doubling()
+{
+    return "<Matrix inBitDepth='32f' outBitDepth='32f'><Array dim='3 3 3'>2 0 0 0 2 0 0 0 2</Array></Matrix>\n";
+}
+
 class ConvertCommand : public ProgramTest
 {
 protected:
@@ -56,6 +61,24 @@ TEST_F(ConvertCommand, ReadsOtherTypesOfFiles)
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, StartsWith("grade.cc -> grade.ctf, 1 operator (ASC CDL), "));
     EXPECT_THAT(readText(folder / "grade.ctf"), HasSubstr("<Offset>0, 0, 0.5</Offset>"));
+}
+
+TEST_F(ConvertCommand, OptimizesOnRequest)
+{
+    writeTransform("two.ctf", doubling() + doubling());
+    EXPECT_THAT(run({"convert", "two.ctf", "same.ctf"}).out, HasSubstr(", 2 operators (Matrix, Matrix), "));
+    EXPECT_THAT(run({"convert", "two.ctf", "one.ctf", "--optimize", "90"}).out, HasSubstr(", 1 operator (Matrix), "));
+    EXPECT_THAT(readText(folder / "one.ctf"), HasSubstr("\n              4               0               0\n"));
+    EXPECT_THAT(run({"convert", "two.ctf", "kept.ctf", "--optimize", "101"}).out, HasSubstr(", 2 operators (Matrix, Matrix), "));
+}
+
+// A file without operators could not be read again.
+TEST_F(ConvertCommand, WritesNothingWhereNoOperatorIsLeft)
+{
+    writeTransform("off.ctf", "<Range bypass='true' inBitDepth='32f' outBitDepth='32f'/>\n");
+    expectFailure(run({"convert", "off.ctf", "out.ctf", "--optimize", "90"}), 1,
+                  "tavrin: cannot optimize the transform: no operator is left");
+    EXPECT_THAT(folder.names(), ElementsAre("off.ctf"));
 }
 
 TEST_F(ConvertCommand, RefusesToWriteAnythingButTransformFiles)

@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ struct Options
     std::string in;
     std::string out;
     bool resolve = false;
+    std::optional<Tavrin::OptimizerFlags> optimizerFlags;
     bool quiet = false;
 };
 
@@ -53,6 +55,16 @@ void requireTransformFile(std::string const& path)
         fail<UsageFailure>("cannot write '{}': the name of a transform file ends in {}", path, extension);
 }
 
+// A file without operators could not be read.
+Tavrin::TransformPtr optimized(Tavrin::TransformPtr const& transform, Tavrin::OptimizerFlags flags)
+{
+    Tavrin::TransformPtr result;
+    check(Tavrin::optimizeTransform(transform, flags, result), "cannot optimize the transform");
+    if (result->getInputBitDepth() == Tavrin::BIT_DEPTH_UNKNOWN)
+        fail("cannot optimize the transform: no operator is left");
+    return result;
+}
+
 // Of what a reading of the file finds.
 void printSummary(Options const& options)
 {
@@ -66,7 +78,9 @@ void printSummary(Options const& options)
 void convert(Options const& options)
 {
     requireTransformFile(options.out);
-    const Tavrin::TransformPtr transform = loadTransform(options.in);
+    Tavrin::TransformPtr transform = loadTransform(options.in);
+    if (options.optimizerFlags)
+        transform = optimized(transform, *options.optimizerFlags);
     check(Tavrin::saveColorTransform(options.out.c_str(), options.resolve, transform),
           fmt::format("cannot write '{}'", options.out));
     if (!options.quiet)
@@ -79,6 +93,8 @@ void setUp(CLI::App& command)
     command.add_option("TRANSFORM", options->in, "The file to read, of any type that 'formats' lists")->required();
     command.add_option("OUT", options->out, "The transform file to write, which ends in .ctf")->required();
     command.add_flag("--resolve", options->resolve, "Write what references point at in their place");
+    addOptimizerOption(command, "--optimize", options->optimizerFlags,
+                       "Write what the optimizer leaves with these flags\n(see 'apply'); resolves references too");
     addQuietOption(command, options->quiet);
     command.callback([options] { convert(*options); });
 }
@@ -88,7 +104,7 @@ void setUp(CLI::App& command)
 const Command convertCommand = {"convert", "Write a transform as a transform file",
                                 "Examples:\n"
                                 "  tavrin convert grade.cdl grade.ctf\n"
-                                "  tavrin convert look.ctf flat.ctf --resolve",
+                                "  tavrin convert look.ctf flat.ctf --optimize 90",
                                 setUp};
 
 } // namespace Program
