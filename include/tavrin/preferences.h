@@ -29,6 +29,7 @@ TAVRIN_API char const* getConfigFilePath();
 
 // Where the transforms of the site are. The text stays valid until the next call, from any thread.
 TAVRIN_API TavStatus getSharedColorTransformPath(char const*& path);
+// Also reloads the catalogs (tavrin/template.h). Where that fails the path is set all the same.
 TAVRIN_API TavStatus setSharedColorTransformPath(char const* path);
 
 // What an alias stands for. The text stays valid until the alias is changed.

@@ -6,9 +6,11 @@
 #include <tavrin/export.h>
 #include <tavrin/files.h>
 #include <tavrin/gpuAdaptor.h>
+#include <tavrin/handle.h>
 #include <tavrin/logger.h>
 #include <tavrin/preferences.h>
 #include <tavrin/status.h>
+#include <tavrin/template.h>
 #include <tavrin/transform.h>
 #include <tavrin/transformFactory.h>
 #include <tavrin/version.h>

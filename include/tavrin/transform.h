@@ -5,10 +5,9 @@
 #include <tavrin/dynamicProperty.h>
 #include <tavrin/export.h>
 #include <tavrin/gpuAdaptor.h>
+#include <tavrin/handle.h>
 #include <tavrin/status.h>
 #include <tavrin/vocabulary.h>
-
-#include <memory>
 
 namespace Tavrin
 {
@@ -101,32 +100,10 @@ public:
     virtual void update() = 0;
 };
 
-// A handle to a transform; copies share it, and the last one deletes it.
-class TAVRIN_API TransformPtr
+class TAVRIN_API TransformPtr : public Handle<Transform>
 {
 public:
-    TransformPtr();
-    // Takes ownership.
-    explicit TransformPtr(Transform* transform);
-    TransformPtr(TransformPtr const& other);
-    ~TransformPtr();
-
-    TransformPtr& operator=(TransformPtr const& other);
-
-    // Lets go of the transform, or takes ownership of another one.
-    void reset();
-    void reset(Transform* transform);
-
-    // Null when the handle is empty.
-    Transform* get() const;
-    Transform& operator*() const;
-    Transform* operator->() const;
-    // The number of handles that share the transform; 0 when empty.
-    long getUseCount() const;
-    explicit operator bool() const;
-
-private:
-    std::shared_ptr<Transform> m_transform;
+    using Handle::Handle;
 };
 
 // Tells, as extractContent does, what finalize would make of the transform for the CPU: the operators that the optimizer leaves, at

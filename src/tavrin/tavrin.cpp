@@ -1,4 +1,4 @@
-// The public handles, the destructors of the public interfaces, and the functions that make transforms without a file.
+// The destructors of the public interfaces, and the functions that make transforms without a file.
 #include <tavrin/files.h>
 #include <tavrin/transform.h>
 #include <tavrin/transformFactory.h>
@@ -15,47 +15,6 @@ Transform::~Transform() = default;
 Transform::ContentCallbacks::~ContentCallbacks() = default;
 SupportedExtensionsCallBack::~SupportedExtensionsCallBack() = default;
 TransformWriterCallback::~TransformWriterCallback() = default;
-
-TransformPtr::TransformPtr() = default;
-TransformPtr::TransformPtr(Transform* transform) : m_transform(transform) {}
-TransformPtr::TransformPtr(TransformPtr const& other) = default;
-TransformPtr::~TransformPtr() = default;
-TransformPtr& TransformPtr::operator=(TransformPtr const& other) = default;
-
-void TransformPtr::reset()
-{
-    m_transform.reset();
-}
-
-void TransformPtr::reset(Transform* transform)
-{
-    m_transform.reset(transform);
-}
-
-Transform* TransformPtr::get() const
-{
-    return m_transform.get();
-}
-
-Transform& TransformPtr::operator*() const
-{
-    return *m_transform;
-}
-
-Transform* TransformPtr::operator->() const
-{
-    return m_transform.get();
-}
-
-long TransformPtr::getUseCount() const
-{
-    return m_transform.use_count();
-}
-
-TransformPtr::operator bool() const
-{
-    return m_transform != nullptr;
-}
 
 TavStatus optimizeTransform(TransformPtr const& transform, OptimizerFlags flags, TransformPtr& optimized)
 {
@@ -119,13 +78,7 @@ TavStatus CreateReferenceTransformFromAlias(BitDepth input, BitDepth output, cha
 
 TavStatus createStockTransform(StockTransform type, TransformPtr& transform)
 {
-    return Color::statusOf(
-        [&]
-        {
-            if (type != STOCK_TRANSFORM_RAW)
-                throw Color::failure(Color::ErrorIds::kInvalidParameter, Color::Module::kLibrary);
-            transform.reset(new Impl::Transform(Color::createStockRawTransform()));
-        });
+    return Color::statusOf([&] { transform.reset(new Impl::Transform(Color::createStockTransform(type))); });
 }
 
 TavStatus concatenateTransforms(TransformPtr const& first, TransformPtr const& second, TransformPtr& transform)

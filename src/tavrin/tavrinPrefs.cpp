@@ -5,6 +5,7 @@
 #include "utils/errorMessage.h"
 #include "utils/locations.h"
 #include "utils/preferencesLock.h"
+#include "xml/catalogManagerInstance.h"
 #include "xml/preferencesInstance.h"
 #include "xml/xmlPreferencesWriter.h"
 
@@ -19,6 +20,7 @@ namespace
 using Color::ReferenceTable;
 using Color::statusOf;
 using Color::XMLPreferencesWriter;
+using Color::Xml::Impl::CatalogManagerInstance;
 using Color::Xml::Impl::PreferencesInstance;
 namespace ErrorIds = Color::ErrorIds;
 namespace Module = Color::Module;
@@ -112,6 +114,7 @@ TavStatus setSharedColorTransformPath(char const* path)
             requireText(path, "path");
             XMLPreferencesWriter::requireStorable(path);
             changePreferences([&](Color::Preferences& preferences) { preferences.setSharedPath(path); });
+            CatalogManagerInstance::getInstance().reloadCatalogs();
         });
 }
 

@@ -48,6 +48,25 @@ void requireTwoEntries(unsigned int size)
         throw failure(ErrorIds::kArrayIllegal, Module::kTransform);
 }
 
+// Half floats as they are, with dynamic exposure and contrast.
+std::shared_ptr<Transform> createStockRawTransform()
+{
+    auto control =
+        std::make_unique<ExposureContrastOp>(Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_16f, ExposureContrastOp::Style::Linear);
+    control->setId(Utils::generateUUID());
+    control->setName(kNoName);
+    control->setPivot(1.0);
+    control->getExposure()->setDynamic(true);
+    control->getContrast()->setDynamic(true);
+
+    auto transform = newTransform(std::move(control));
+    transform->setName("Stock Raw Transform");
+    transform->getDescriptions() += "Identity transform with linear dynamic exposure contrast controls.";
+    transform->getOps().append(
+        new MatrixOp(Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_16f, Utils::generateUUID(), "identity", Descriptions()));
+    return transform;
+}
+
 } // namespace
 
 std::shared_ptr<Transform> CreateMatrixTransform(BitDepth in, BitDepth out, float const* matrix, float const* offsets,
@@ -126,22 +145,13 @@ std::shared_ptr<Transform> CreateReferenceTransformFromAlias(BitDepth in, BitDep
     return newReference(std::make_unique<ReferenceOp>(in, out, kNoName, "", Descriptions(), alias));
 }
 
-std::shared_ptr<Transform> createStockRawTransform()
+std::shared_ptr<Transform> createStockTransform(Tavrin::StockTransform type)
 {
-    auto control =
-        std::make_unique<ExposureContrastOp>(Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_16f, ExposureContrastOp::Style::Linear);
-    control->setId(Utils::generateUUID());
-    control->setName(kNoName);
-    control->setPivot(1.0);
-    control->getExposure()->setDynamic(true);
-    control->getContrast()->setDynamic(true);
-
-    auto transform = newTransform(std::move(control));
-    transform->setName("Stock Raw Transform");
-    transform->getDescriptions() += "Identity transform with linear dynamic exposure contrast controls.";
-    transform->getOps().append(
-        new MatrixOp(Tavrin::BIT_DEPTH_16f, Tavrin::BIT_DEPTH_16f, Utils::generateUUID(), "identity", Descriptions()));
-    return transform;
+    if (type != Tavrin::STOCK_TRANSFORM_RAW)
+    {
+        throw failure(ErrorIds::kInvalidParameter, Module::kLibrary);
+    }
+    return createStockRawTransform();
 }
 
 std::shared_ptr<Transform> concatenateTransforms(std::shared_ptr<Transform> const& first, std::shared_ptr<Transform> const& second)

@@ -5,6 +5,8 @@
 #include "transform/lut1DOp.h"
 #include "transform/transform.h"
 
+#include <tavrin/transformFactory.h>
+
 #include <memory>
 #include <string>
 
@@ -35,8 +37,8 @@ std::shared_ptr<Transform> CreateReferenceTransformFromPath(BitDepth in, BitDept
                                                             Tavrin::BasePath basePath);
 std::shared_ptr<Transform> CreateReferenceTransformFromAlias(BitDepth in, BitDepth out, std::string const& alias);
 
-// Half floats as they are, with dynamic exposure and contrast.
-std::shared_ptr<Transform> createStockRawTransform();
+// One of those that come with the library; refuses other types.
+std::shared_ptr<Transform> createStockTransform(Tavrin::StockTransform type);
 
 // The first, then the second; neither may be null.
 std::shared_ptr<Transform> concatenateTransforms(std::shared_ptr<Transform> const& first, std::shared_ptr<Transform> const& second);

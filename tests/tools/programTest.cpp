@@ -22,16 +22,17 @@ TEST_F(Program, HelpListsTheCommands)
 {
     const Outcome outcome = run({"--help"});
     EXPECT_EQ(outcome.status, 0);
-    for (char const* command : {"\n  apply ", "\n  info ", "\n  convert ", "\n  chart ", "\n  formats "})
+    for (char const* command : {"\n  apply ", "\n  info ", "\n  convert ", "\n  chart ", "\n  formats ", "\n  templates "})
         EXPECT_THAT(outcome.out, HasSubstr(command));
 }
 
 TEST_F(Program, HelpOfEachCommandHasItsUsageAndAnExample)
 {
-    const std::vector<std::vector<std::string>> expected = {{"apply", "Usage: tavrin apply [OPTIONS] TRANSFORM... IN OUT\n"},
+    const std::vector<std::vector<std::string>> expected = {{"apply", "Usage: tavrin apply [OPTIONS] [TRANSFORM...] IN OUT\n"},
                                                             {"info", "Usage: tavrin info [OPTIONS] TRANSFORM\n"},
                                                             {"chart", "Usage: tavrin chart [OPTIONS] OUT\n"},
-                                                            {"formats", "Usage: tavrin formats [OPTIONS]\n"}};
+                                                            {"formats", "Usage: tavrin formats [OPTIONS]\n"},
+                                                            {"templates", "Usage: tavrin templates [OPTIONS]\n"}};
     for (std::vector<std::string> const& command : expected)
     {
         const Outcome outcome = run({command[0], "--help"});

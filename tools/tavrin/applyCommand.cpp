@@ -1,16 +1,19 @@
-// tavrin apply TRANSFORM... IN OUT: a picture through transforms.
+// tavrin apply [TRANSFORM...] IN OUT: a picture through transforms.
 #include "command.h"
 #include "failure.h"
 #include "imageTypes.h"
 #include "options.h"
 #include "progress.h"
+#include "templates.h"
 #include "transforms.h"
 
 #include <CLI/CLI.hpp>
 #include <ImfThreading.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -24,6 +27,7 @@ namespace
 struct Options
 {
     std::vector<std::string> files;
+    TemplateChoice templates;
     std::optional<Tavrin::BitDepth> depth;
     unsigned int threads = 0;
     Tavrin::OptimizerFlags optimizerFlags = Tavrin::OPTIMIZER_DEFAULT_THRESHOLD;
@@ -44,17 +48,36 @@ void setDynamicValue(Tavrin::TransformPtr const& transform, Tavrin::DynamicPrope
     check(transform->setDynamicProperty({id, *value}), option);
 }
 
+// The files apply in the working space, between what the templates give.
+Tavrin::TransformPtr makeTransform(Options const& options)
+{
+    const std::vector<std::string> paths(options.files.begin(), options.files.end() - 2);
+    TemplateChoice const& choice = options.templates;
+    const bool usesTemplates = choice.input || choice.view;
+    if (choice.working && !usesTemplates)
+        fail<UsageFailure>("--working needs --input or --view (see 'tavrin apply --help')");
+    if (paths.empty() && !usesTemplates)
+        fail<UsageFailure>("a transform is missing (see 'tavrin apply --help')");
+
+    std::vector<Tavrin::TransformPtr> transforms = {createInputTransform(choice)};
+    std::transform(paths.begin(), paths.end(), std::back_inserter(transforms), loadTransform);
+    transforms.push_back(createViewingTransform(choice));
+    const Tavrin::TransformPtr all = joinTransforms(transforms);
+    if (!all)
+        fail("nothing leads from '{}' to '{}'", *choice.input, *choice.working);
+    return all;
+}
+
 void apply(Options const& options)
 {
     const auto start = std::chrono::steady_clock::now();
-    const std::vector<std::string> transformPaths(options.files.begin(), options.files.end() - 2);
     std::string const& inPath = options.files.end()[-2];
     std::string const& outPath = options.files.end()[-1];
     const unsigned int threads = options.threads > 0 ? options.threads : std::max(1u, std::thread::hardware_concurrency());
     Imf::setGlobalThreadCount(static_cast<int>(threads));
 
     ImageType const& outType = typeForWriting(outPath);
-    const Tavrin::TransformPtr transform = loadTransforms(transformPaths);
+    const Tavrin::TransformPtr transform = makeTransform(options);
     setDynamicValue(transform, Tavrin::DynamicProperty::EXPOSURE, options.exposure, "--exposure");
     setDynamicValue(transform, Tavrin::DynamicProperty::CONTRAST, options.contrast, "--contrast");
     Progress progress(!options.quiet);
@@ -79,10 +102,12 @@ void setUp(CLI::App& command)
 {
     const auto options = std::make_shared<Options>();
     command
-        .add_option("TRANSFORM... IN OUT", options->files,
+        .add_option("[TRANSFORM...] IN OUT", options->files,
                     "Transform files in the order in which they apply,\nthen the picture to read and the picture to write")
         ->required()
-        ->expected(3, -1);
+        ->expected(2, -1);
+    addMenuOptions(command, options->templates);
+    addProductOption(command, options->templates);
     addDepthOption(command, options->depth,
                    "Depth of the written picture (default: that of the\nread one, or the nearest that the file type holds)");
     command.add_option("--threads", options->threads, "Number of threads (default: all cores)")
@@ -109,7 +134,10 @@ const Command applyCommand = {"apply", "Put a picture through transforms",
                               "Examples:\n"
                               "  tavrin apply look.ctf in.exr out.png\n"
                               "  tavrin apply exposure.ctf look.ctf in.dpx out.tif --depth 16i\n"
-                              "  tavrin apply viewing.ctf in.exr out.png --exposure -0.5 --contrast 1.2",
+                              "  tavrin apply viewing.ctf in.exr out.png --exposure -0.5 --contrast 1.2\n"
+                              "  tavrin apply --input \"ARRI LogC4\" --working ACEScg --view sRGB in.dpx out.png\n\n"
+                              "With --input and --view, transform files apply in the working space between them;\n"
+                              "'tavrin templates' lists the spaces and views that are installed.",
                               setUp};
 
 } // namespace Program

@@ -2,6 +2,7 @@
 // 0 done, 1 the work could not be done, 2 the command line makes no sense.
 #include "command.h"
 #include "failure.h"
+#include "installation.h"
 #include "text.h"
 
 #include <tavrin/tavrin.h>
@@ -19,7 +20,8 @@ namespace Program
 namespace
 {
 
-constexpr const Command* kCommands[] = {&applyCommand, &infoCommand, &convertCommand, &chartCommand, &formatsCommand};
+constexpr const Command* kCommands[] = {&applyCommand, &infoCommand,    &convertCommand,
+                                        &chartCommand, &formatsCommand, &templatesCommand};
 
 enum ExitStatus : int
 {
@@ -83,6 +85,7 @@ int run(int argc, char** argv)
     try
     {
         Tavrin::setLoggerFunction(logLine);
+        useOwnInstallation();
         addCommands(app);
         app.parse(argc, argv);
         return DONE;

@@ -111,15 +111,16 @@ Tavrin::TransformPtr loadTransform(std::string const& path)
     return transform;
 }
 
-Tavrin::TransformPtr loadTransforms(std::vector<std::string> const& paths)
+Tavrin::TransformPtr joinTransforms(std::vector<Tavrin::TransformPtr> const& transforms)
 {
-    Tavrin::TransformPtr all = loadTransform(paths.front());
-    for (std::size_t i = 1; i < paths.size(); ++i)
+    Tavrin::TransformPtr all;
+    for (Tavrin::TransformPtr const& next : transforms)
     {
-        const Tavrin::TransformPtr next = loadTransform(paths[i]);
-        Tavrin::TransformPtr both;
-        check(Tavrin::concatenateTransforms(all, next, both), fmt::format("cannot append the transform '{}'", paths[i]));
-        all = both;
+        const Tavrin::TransformPtr before = all;
+        if (!before)
+            all = next;
+        else if (next)
+            check(Tavrin::concatenateTransforms(before, next, all), "cannot join the transforms");
     }
     return all;
 }

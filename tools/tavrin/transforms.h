@@ -17,8 +17,8 @@ void check(Tavrin::TavStatus const& status, std::string const& what);
 
 Tavrin::TransformPtr loadTransform(std::string const& path);
 
-// One transform that does them all, in their order; there is at least one.
-Tavrin::TransformPtr loadTransforms(std::vector<std::string> const& paths);
+// One transform that does them all, in their order. Empty handles are passed over; the result is empty where all are.
+Tavrin::TransformPtr joinTransforms(std::vector<Tavrin::TransformPtr> const& transforms);
 
 // The picture in the wanted format after the transform, whose optimizer gets the flags. Rows are shared out among threads (at
 // least one, the caller's thread among them); the report comes on the caller's thread. Pixels are the same whatever their number.
