@@ -27,8 +27,8 @@ enum StockTemplate : unsigned int
     STOCK_TEMPLATE_RAW = 0
 };
 
-// One menu of a template. Its values are fixed when the template is loaded; nothing is selected at first, save in stock templates.
-// Texts live as long as the template or any handle to one of its parameters.
+// One menu of a template. Its values are fixed when the template is loaded; nothing is selected at first, save in stock templates
+// and among the views of a configuration. Texts live as long as the template or any handle to one of its parameters.
 class TAVRIN_API TemplateParameter
 {
 public:
@@ -80,6 +80,11 @@ TAVRIN_API TavStatus loadNativeTemplate(TemplateType type, char const* product, 
 
 // On failure the handle stays as it was.
 TAVRIN_API TavStatus loadStockTemplate(StockTemplate type, TemplatePtr& result);
+
+// The template over an OpenColorIO configuration file (".ocio"), for viewing: the working spaces are its colour spaces, the views
+// are named "view (display)". Its default view is selected. The file is read once, here; tables that it names are read when a
+// transform is made. On failure, such as in a build without OpenColorIO, the handle stays as it was.
+TAVRIN_API TavStatus loadOCIOTemplate(char const* configFile, TemplatePtr& result);
 
 // Loads the catalogs of installed and shared transforms anew; the latter's is built anew where its folder has changed. Templates
 // that are loaded already stay as they are. Nothing else may use templates meanwhile.

@@ -1,5 +1,5 @@
 // A build without OpenColorIO: no formats, and an error for everything else.
-#include "ocio/opUtil.h"
+#include "ocio/config.h"
 
 namespace Color::OpUtil
 {
@@ -44,6 +44,11 @@ std::shared_ptr<Processor const> getFileProcessor(std::string const&, Direction)
 }
 
 Cdl getCDLFromFile(std::string const&, std::string const&)
+{
+    throw missing();
+}
+
+std::shared_ptr<Config const> Config::CreateFromFile(std::string const&)
 {
     throw missing();
 }

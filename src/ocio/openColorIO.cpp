@@ -1,5 +1,5 @@
-// Everything that is asked of OpenColorIO: its operators into plain numbers and back, files, pixels.
-#include "ocio/opUtil.h"
+// Everything that is asked of OpenColorIO: its operators into plain numbers and back, files, pixels, configurations.
+#include "ocio/config.h"
 
 #include <OpenColorIO/OpenColorIO.h>
 
@@ -462,6 +462,101 @@ Cdl getCDLFromFile(std::string const& path, std::string const& id)
             OCIO::ClearAllCaches();
             OCIO::ConstCDLTransformRcPtr const transform = OCIO::CDLTransform::CreateFromFile(path.c_str(), id.c_str());
             return std::get<Cdl>(read(*transform));
+        });
+}
+
+namespace
+{
+
+// Null texts are empty.
+std::string textOf(char const* text)
+{
+    return text == nullptr ? std::string() : std::string(text);
+}
+
+template <class GetName>
+std::vector<std::string> namesOf(int count, GetName getName)
+{
+    std::vector<std::string> names;
+    for (int i = 0; i < count; ++i)
+        names.push_back(textOf(getName(i)));
+    return names;
+}
+
+class FileConfig : public Config
+{
+public:
+    explicit FileConfig(std::string const& path) : m_config(OCIO::Config::CreateFromFile(path.c_str())) {}
+
+    void sanityCheck() const override
+    {
+        translatingErrors(
+            [&]
+            {
+                OCIO::ConfigRcPtr const copy = m_config->createEditableCopy();
+                copy->setActiveDisplays("");
+                copy->setActiveViews("");
+                copy->validate();
+            });
+    }
+
+    std::vector<std::string> getRoleNames() const override
+    {
+        return namesOf(m_config->getNumRoles(), [this](int i) { return m_config->getRoleName(i); });
+    }
+    std::string getColorSpaceName(std::string const& nameOrRole) const override
+    {
+        OCIO::ConstColorSpaceRcPtr const space = m_config->getColorSpace(nameOrRole.c_str());
+        return space ? textOf(space->getName()) : std::string();
+    }
+    std::vector<std::string> getColorSpaceNames() const override
+    {
+        return namesOf(m_config->getNumColorSpaces(), [this](int i) { return m_config->getColorSpaceNameByIndex(i); });
+    }
+
+    std::vector<std::string> getDisplays() const override
+    {
+        return namesOf(m_config->getNumDisplays(), [this](int i) { return m_config->getDisplay(i); });
+    }
+    std::vector<std::string> getViews(std::string const& display) const override
+    {
+        char const* const name = display.c_str();
+        return namesOf(m_config->getNumViews(name), [this, name](int i) { return m_config->getView(name, i); });
+    }
+    std::string getActiveDisplays() const override { return textOf(m_config->getActiveDisplays()); }
+    std::string getActiveViews() const override { return textOf(m_config->getActiveViews()); }
+    std::string getDefaultDisplay() const override { return textOf(m_config->getDefaultDisplay()); }
+    std::string getDefaultView(std::string const& display) const override
+    {
+        return textOf(m_config->getDefaultView(display.c_str()));
+    }
+
+    // A view that displays share may stand for the colour space that bears the display's name.
+    std::string getDisplayColorSpaceName(std::string const& display, std::string const& view) const override
+    {
+        std::string const name =
+            translatingErrors([&] { return textOf(m_config->getDisplayViewColorSpaceName(display.c_str(), view.c_str())); });
+        return name == OCIO::OCIO_VIEW_USE_DISPLAY_NAME ? display : name;
+    }
+
+    std::shared_ptr<Processor const> getProcessor(std::string const& fromSpace, std::string const& toSpace) const override
+    {
+        return translatingErrors([&] { return readProcessor(*m_config->getProcessor(fromSpace.c_str(), toSpace.c_str())); });
+    }
+
+private:
+    OCIO::ConstConfigRcPtr m_config;
+};
+
+} // namespace
+
+std::shared_ptr<Config const> Config::CreateFromFile(std::string const& path)
+{
+    return translatingErrors(
+        [&]
+        {
+            OCIO::ClearAllCaches();
+            return std::make_shared<FileConfig const>(path);
         });
 }
 

@@ -3,6 +3,7 @@
 
 #include "tavrin/templateImpl.h"
 #include "tavrin/transformImpl.h"
+#include "template/OCIOViewingTpl.h"
 #include "template/nativeInputTpl.h"
 #include "template/nativeViewingTpl.h"
 #include "template/stockViewingTpl.h"
@@ -26,6 +27,11 @@ TavStatus loadNativeTemplate(TemplateType type, char const* product, TemplatePtr
 TavStatus loadStockTemplate(StockTemplate type, TemplatePtr& result)
 {
     return statusOf([&] { result.reset(Impl::TemplateImpl::buildStock(type).release()); });
+}
+
+TavStatus loadOCIOTemplate(char const* configFile, TemplatePtr& result)
+{
+    return statusOf([&] { result.reset(Impl::TemplateImpl::buildOCIO(configFile).release()); });
 }
 
 TavStatus reloadCatalogs()
@@ -70,6 +76,11 @@ std::unique_ptr<TemplateImpl> TemplateImpl::buildNative(TemplateType type, char 
 std::unique_ptr<TemplateImpl> TemplateImpl::buildStock(StockTemplate type)
 {
     return std::make_unique<TemplateImpl>(std::make_unique<TemplateNS::StockViewingTpl>(type));
+}
+
+std::unique_ptr<TemplateImpl> TemplateImpl::buildOCIO(char const* configFile)
+{
+    return std::make_unique<TemplateImpl>(std::make_unique<TemplateNS::OCIOViewingTpl>(configFile));
 }
 
 TavStatus TemplateImpl::getParameter(char const* name, TemplateParameterPtr& parameter) const

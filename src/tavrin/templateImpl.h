@@ -20,6 +20,7 @@ public:
     // These throw for types that do not exist, and whatever the template throws.
     static std::unique_ptr<TemplateImpl> buildNative(TemplateType type, char const* product);
     static std::unique_ptr<TemplateImpl> buildStock(StockTemplate type);
+    static std::unique_ptr<TemplateImpl> buildOCIO(char const* configFile);
 
     TavStatus getParameter(char const* name, TemplateParameterPtr& parameter) const override;
     TavStatus createTransform(TransformPtr& transform) const override;

@@ -46,6 +46,7 @@ inline constexpr char const* kRenderer = "COLOR:RENDERER:ALL";
 inline constexpr char const* kCpuRenderer = "COLOR:RENDERER:CPU";
 inline constexpr char const* kOcioRenderer = "COLOR:RENDERER:OCIO";
 inline constexpr char const* kTemplate = "COLOR:TEMPLATE:ALL";
+inline constexpr char const* kOcioTemplate = "COLOR:TEMPLATE:OCIO";
 inline constexpr char const* kGpuRenderer = "COLOR:RENDERER:GPU";
 inline constexpr char const* kLibrary = "COLOR:TAVRIN:COLOR";
 inline constexpr char const* kLibraryPreferences = "COLOR:TAVRIN:PREFS";

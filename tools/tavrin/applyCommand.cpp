@@ -107,7 +107,7 @@ void setUp(CLI::App& command)
         ->required()
         ->expected(2, -1);
     addMenuOptions(command, options->templates);
-    addProductOption(command, options->templates);
+    addSourceOptions(command, options->templates);
     addDepthOption(command, options->depth,
                    "Depth of the written picture (default: that of the\nread one, or the nearest that the file type holds)");
     command.add_option("--threads", options->threads, "Number of threads (default: all cores)")
@@ -135,7 +135,8 @@ const Command applyCommand = {"apply", "Put a picture through transforms",
                               "  tavrin apply look.ctf in.exr out.png\n"
                               "  tavrin apply exposure.ctf look.ctf in.dpx out.tif --depth 16i\n"
                               "  tavrin apply viewing.ctf in.exr out.png --exposure -0.5 --contrast 1.2\n"
-                              "  tavrin apply --input \"ARRI LogC4\" --working ACEScg --view sRGB in.dpx out.png\n\n"
+                              "  tavrin apply --input \"ARRI LogC4\" --working ACEScg --view sRGB in.dpx out.png\n"
+                              "  tavrin apply --ocio config.ocio --working Linear --view \"Film (sRGB)\" in.exr out.png\n\n"
                               "With --input and --view, transform files apply in the working space between them;\n"
                               "'tavrin templates' lists the spaces and views that are installed.",
                               setUp};

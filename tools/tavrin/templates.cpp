@@ -27,10 +27,14 @@ Tavrin::TransformPtr createTransform(Tavrin::TemplatePtr const& tpl)
 
 } // namespace
 
-void addProductOption(CLI::App& command, TemplateChoice& choice)
+void addSourceOptions(CLI::App& command, TemplateChoice& choice)
 {
-    command.add_option("--product", choice.product, "The tag of the transforms in the menus (default: Tavrin)")
-        ->option_text("NAME");
+    CLI::Option* const product =
+        command.add_option("--product", choice.product, "The tag of the transforms in the menus (default: Tavrin)")
+            ->option_text("NAME");
+    command.add_option("--ocio", choice.ocioConfig, "An OpenColorIO configuration, whose spaces and views\nare the menus")
+        ->option_text("CONFIG")
+        ->excludes(product);
 }
 
 void addMenuOptions(CLI::App& command, TemplateChoice& choice)
@@ -44,7 +48,10 @@ void addMenuOptions(CLI::App& command, TemplateChoice& choice)
 Tavrin::TemplatePtr loadTemplate(Tavrin::TemplateType type, TemplateChoice const& choice)
 {
     Tavrin::TemplatePtr tpl;
-    check(Tavrin::loadNativeTemplate(type, choice.product.c_str(), tpl), "cannot load the installed transforms");
+    if (choice.ocioConfig)
+        check(Tavrin::loadOCIOTemplate(choice.ocioConfig->c_str(), tpl), "cannot use the configuration");
+    else
+        check(Tavrin::loadNativeTemplate(type, choice.product.c_str(), tpl), "cannot load the installed transforms");
     return tpl;
 }
 
@@ -59,6 +66,8 @@ Tavrin::TransformPtr createInputTransform(TemplateChoice const& choice)
 {
     if (!choice.input)
         return Tavrin::TransformPtr();
+    if (choice.ocioConfig)
+        fail<UsageFailure>("--input: configurations have no input spaces, only --working and --view");
     const Tavrin::TemplatePtr tpl = loadTemplate(Tavrin::TEMPLATE_INPUT, choice);
     select(tpl, "input_space", *choice.input, "--input");
     select(tpl, "working_space", *choice.working, "--working");

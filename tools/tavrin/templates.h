@@ -15,17 +15,18 @@ class App;
 namespace Program
 {
 
-// What the options of a command choose from the menus of the installed transforms.
+// What the options of a command choose from the menus of the installed transforms, or of an OpenColorIO configuration.
 struct TemplateChoice
 {
     std::string product = "Tavrin";
+    std::optional<std::string> ocioConfig; // Its path; in place of what is installed.
     std::optional<std::string> input;
     std::optional<std::string> working;
     std::optional<std::string> view;
 };
 
-// --product. The choice outlives the command.
-void addProductOption(CLI::App& command, TemplateChoice& choice);
+// --product, --ocio. The choice outlives the command.
+void addSourceOptions(CLI::App& command, TemplateChoice& choice);
 // --input, --working, --view.
 void addMenuOptions(CLI::App& command, TemplateChoice& choice);
 

@@ -1,4 +1,4 @@
-// tavrin templates: the menus of the installed transforms.
+// tavrin templates: the menus of the installed transforms, or of a configuration.
 #include "command.h"
 #include "templates.h"
 #include "text.h"
@@ -23,17 +23,20 @@ void printMenu(char const* title, Tavrin::TemplateParameterPtr const& menu)
 
 void templates(TemplateChoice const& choice)
 {
-    const Tavrin::TemplatePtr input = loadTemplate(Tavrin::TEMPLATE_INPUT, choice);
     const Tavrin::TemplatePtr viewing = loadTemplate(Tavrin::TEMPLATE_VIEWING, choice);
-    printMenu("Input spaces, --input", getMenu(input, "input_space"));
-    printMenu("\nWorking spaces, --working", getMenu(input, "working_space"));
+    if (!choice.ocioConfig)
+    {
+        printMenu("Input spaces, --input", getMenu(loadTemplate(Tavrin::TEMPLATE_INPUT, choice), "input_space"));
+        fmt::print("\n");
+    }
+    printMenu("Working spaces, --working", getMenu(viewing, "working_space"));
     printMenu("\nViews, --view", getMenu(viewing, "view_transform"));
 }
 
 void setUp(CLI::App& command)
 {
     const auto choice = std::make_shared<TemplateChoice>();
-    addProductOption(command, *choice);
+    addSourceOptions(command, *choice);
     command.callback([choice] { templates(*choice); });
 }
 
@@ -41,8 +44,9 @@ void setUp(CLI::App& command)
 
 const Command templatesCommand = {"templates", "List the spaces and views that are installed",
                                   "What is listed are values of options of 'tavrin apply'.\n\n"
-                                  "Example:\n"
-                                  "  tavrin templates",
+                                  "Examples:\n"
+                                  "  tavrin templates\n"
+                                  "  tavrin templates --ocio config.ocio",
                                   setUp};
 
 } // namespace Program
