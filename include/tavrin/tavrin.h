@@ -13,6 +13,7 @@
 #include <tavrin/template.h>
 #include <tavrin/transform.h>
 #include <tavrin/transformFactory.h>
+#include <tavrin/transformPathMonitor.h>
 #include <tavrin/version.h>
 #include <tavrin/vocabulary.h>
 

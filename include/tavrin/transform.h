@@ -16,6 +16,9 @@ class TransformPtr;
 
 // One transform. Finalize it for a pair of pixel formats, then apply it as often as needed.
 //
+// References to other files are resolved when the transform is made, and that fails where they can't be. When an alias that it
+// depends on changes, the transform resolves them anew and is finalized as it was before.
+//
 // Threads: a finalized transform may be applied from several threads at once, on different destinations. Everything that
 // changes it (finalize, update, setters) must not overlap with an apply; the caller sees to that. Dynamic properties may be
 // set at any time: a line that is being rendered keeps the values it began with.
@@ -35,7 +38,7 @@ public:
     virtual ~Transform();
 
     // A copy that must be finalized anew. Dynamic properties are shared with the copy; renderers, flags and the GPU adaptor
-    // are not copied.
+    // are not copied. An empty handle when the transform has references that can't be resolved.
     virtual TransformPtr clone() const = 0;
 
     // Texts stay valid until the next change of the transform. An id can't be empty; null counts as an empty text.

@@ -2,7 +2,9 @@
 #include "tavrin/contentExtraction.h"
 
 #include "transform/ops.h"
+#include "utils/errorMessage.h"
 #include "utils/utils.h"
+#include "xml/xmlTransformResolver.h"
 
 #include <algorithm>
 #include <array>
@@ -68,7 +70,15 @@ void addOwnEntries(Callbacks& callbacks, Color::RangeOp const& range)
     }
 }
 
-void addOwnEntries(Callbacks& callbacks, Color::ReferenceOp const& reference)
+// The path itself where it can't be resolved.
+std::string resolvedPathOf(Color::ReferenceOp const& reference, std::string const& file)
+{
+    std::string path = reference.getPath();
+    Color::statusOf([&] { path = Color::TransformUtils::resolvePath(reference, file); });
+    return path;
+}
+
+void addOwnEntries(Callbacks& callbacks, Color::ReferenceOp const& reference, std::string const& file)
 {
     if (!reference.getAlias().empty())
     {
@@ -77,6 +87,9 @@ void addOwnEntries(Callbacks& callbacks, Color::ReferenceOp const& reference)
     }
     addEntry(callbacks, "Base Path", getBasePathName(reference.getBasePath()));
     addEntry(callbacks, "Path", reference.getPath());
+    std::string const resolvedPath = resolvedPathOf(reference, file);
+    if (resolvedPath != reference.getPath())
+        addEntry(callbacks, "Resolved Path", resolvedPath);
 }
 
 void addOwnEntries(Callbacks& callbacks, Color::GammaOp const& gamma)
@@ -174,12 +187,19 @@ void addOwnEntries(Callbacks& callbacks, Color::HueVectorOp const& hueVector)
         addNumber(callbacks, kNames[i], hueVector.getParams()[i]);
 }
 
-using AddOwnEntries = void (*)(Callbacks& callbacks, Color::Op const& op);
+// All operators but a reference are the same wherever they were read.
+template <class Operator>
+void addOwnEntries(Callbacks& callbacks, Operator const& op, std::string const& /*file*/)
+{
+    addOwnEntries(callbacks, op);
+}
+
+using AddOwnEntries = void (*)(Callbacks& callbacks, Color::Op const& op, std::string const& file);
 
 constexpr std::array kOwnEntries = {
-#define TAVRIN_OP(number, Class, name, Family)                  \
-    AddOwnEntries([](Callbacks& callbacks, Color::Op const& op) \
-                  { addOwnEntries(callbacks, static_cast<Color::Class const&>(op)); }),
+#define TAVRIN_OP(number, Class, name, Family)                                           \
+    AddOwnEntries([](Callbacks& callbacks, Color::Op const& op, std::string const& file) \
+                  { addOwnEntries(callbacks, static_cast<Color::Class const&>(op), file); }),
 #include "transform/opTypes.def"
 #undef TAVRIN_OP
 };
@@ -189,7 +209,7 @@ void addRenderer(Callbacks& callbacks, Rendering::VirtualRenderer const* rendere
     addEntry(callbacks, "Renderer", renderer == nullptr ? "none" : Rendering::getRendererKindName(renderer->getOpType()));
 }
 
-void addOpEntries(Callbacks& callbacks, Color::Op const& op)
+void addOpEntries(Callbacks& callbacks, Color::Op const& op, std::string const& file = std::string())
 {
     addEntry(callbacks, "Identifier", op.getId());
     addEntry(callbacks, "Name", op.getName());
@@ -198,7 +218,7 @@ void addOpEntries(Callbacks& callbacks, Color::Op const& op)
     if (op.getBypass()->getValue())
         addEntry(callbacks, "Bypass", "true");
     addDescriptions(callbacks, op.getDescriptions());
-    kOwnEntries.at(static_cast<std::size_t>(op.getOpType()))(callbacks, op);
+    kOwnEntries.at(static_cast<std::size_t>(op.getOpType()))(callbacks, op, file);
 }
 
 void addTransformEntries(Callbacks& callbacks, Color::Transform const& transform, BitDepth input, BitDepth output)
@@ -223,7 +243,7 @@ void addSection(Callbacks& callbacks, std::string const& name, Content const& co
 
 } // namespace
 
-void extractContent(Color::Transform const& transform, Callbacks& callbacks)
+void extractContent(Color::Transform const& transform, std::string const& file, Callbacks& callbacks)
 {
     // Depths first: an empty transform has none, and is refused before a section begins.
     BitDepth const input = transform.getInputBitDepth();
@@ -234,7 +254,7 @@ void extractContent(Color::Transform const& transform, Callbacks& callbacks)
                    addTransformEntries(callbacks, transform, input, output);
                    Color::OpList const& ops = transform.getOps();
                    for (unsigned int i = 0; i < ops.size(); ++i)
-                       addSection(callbacks, ops.get(i).getOpTypeName(), [&] { addOpEntries(callbacks, ops.get(i)); });
+                       addSection(callbacks, ops.get(i).getOpTypeName(), [&] { addOpEntries(callbacks, ops.get(i), file); });
                });
 }
 

@@ -13,8 +13,9 @@
 namespace Tavrin
 {
 
-// Tells the transform section by section: its own entries, then a section for each operator. An empty transform is refused.
-void extractContent(Color::Transform const& transform, Transform::ContentCallbacks& callbacks);
+// Tells the transform section by section: its own entries, then a section for each operator. An empty transform is refused. The
+// file is the one that it was read from, against which relative references are resolved; it may be empty.
+void extractContent(Color::Transform const& transform, std::string const& file, Transform::ContentCallbacks& callbacks);
 
 // Tells in the same way what a transform is turned into between the formats. Each operator has one more entry, its renderer; a
 // section of its own tells a renderer that belongs to no operator.

@@ -62,9 +62,7 @@ TavStatus loadColorTransform(char const* path, TransformPtr& transform)
         [&]
         {
             requireParameter(path, "path");
-            auto loaded = std::make_unique<Impl::Transform>(FileIOManager::loadTransform(path));
-            loaded->setFullPath(path);
-            transform.reset(loaded.release());
+            transform.reset(new Impl::Transform(FileIOManager::loadTransform(path), path));
         });
 }
 

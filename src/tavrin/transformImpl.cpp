@@ -3,8 +3,13 @@
 
 #include "renderer/optimizer.h"
 #include "tavrin/contentExtraction.h"
+#include "transform/referenceOp.h"
 #include "utils/errorMessage.h"
+#include "utils/preferencesLock.h"
 #include "utils/utils.h"
+#include "xml/xmlTransformResolver.h"
+
+#include <set>
 
 namespace Tavrin::Impl
 {
@@ -48,12 +53,18 @@ BitDepth depthOrUnknown(Color::Transform const& transform, Getter getDepth)
     return transform.getOps().empty() ? BIT_DEPTH_UNKNOWN : (transform.*getDepth)();
 }
 
-// Follows references to their operators, and starts from the path of the file that holds them. A transform without references is
-// resolved as it stands; one with references can't be, since there is nothing yet that reads what they point at.
-void resolve(std::string const& /*fullPath*/, ResolveFlags /*flags*/, Color::Transform const& transform)
+// The aliases that references to them, and references in the files that these stand for, depend on.
+void collectAliases(Color::OpList const& ops, std::set<std::string>& aliases)
 {
-    if (transform.hasReferences())
-        throw Color::failure(ErrorIds::kUnresolvedReferences, Module::kLibrary);
+    for (unsigned int i = 0; i < ops.size(); ++i)
+    {
+        if (ops.get(i).getOpType() != Color::Op::OpType::ReferenceOp)
+            continue;
+        auto const& reference = static_cast<Color::ReferenceOp const&>(ops.get(i));
+        if (!reference.getCurrentAlias().empty())
+            aliases.insert(reference.getCurrentAlias());
+        collectAliases(reference.getResolvedOps(), aliases);
+    }
 }
 
 // What is between two rows, in bytes. A stride below the row's size wraps, and the engine's sum of both wraps back to the stride.
@@ -64,7 +75,20 @@ unsigned int paddingOf(unsigned int stride, PixelFormat format, ROI const& roi)
 
 } // namespace
 
-Transform::Transform(std::shared_ptr<Color::Transform> transform) : m_transform(std::move(transform)) {}
+// What the alias of the current monitor stood for before is not known, so that it is resolved here in any case.
+Transform::Transform(std::shared_ptr<Color::Transform> transform, std::string const& fullPath)
+    : m_transform(std::move(transform)), m_fullPath(fullPath)
+{
+    if (!m_transform->hasReferences())
+        return;
+    m_registration.emplace(*this);
+    auto const lock = Color::lockPreferences();
+    if (m_transform->hasUnresolvedReferences() || m_transform->hasAliasReferencesToResolve())
+        _resolve(RESOLVE_GRAPHICS_MONITOR);
+    if (m_transform->hasAliasReferencesToResolve())
+        m_resolveFlags = RESOLVE_GRAPHICS_MONITOR;
+    _registerToAliases();
+}
 
 std::shared_ptr<Color::Transform> Transform::getModel(TransformPtr const& handle)
 {
@@ -74,7 +98,9 @@ std::shared_ptr<Color::Transform> Transform::getModel(TransformPtr const& handle
 
 TransformPtr Transform::clone() const
 {
-    return TransformPtr(new Transform(m_transform->clone(CloneType::Plain)));
+    TransformPtr copy;
+    statusOf([&] { copy.reset(new Transform(m_transform->clone(CloneType::Plain), m_fullPath)); });
+    return copy;
 }
 
 char const* Transform::getId() const
@@ -190,7 +216,7 @@ bool Transform::hasAliasReferencesToResolve() const
 
 TavStatus Transform::extractContent(ContentCallbacks& callbacks) const
 {
-    return statusOf([&] { Tavrin::extractContent(*m_transform, callbacks); });
+    return statusOf([&] { Tavrin::extractContent(*m_transform, m_fullPath, callbacks); });
 }
 
 TavStatus Transform::setDynamicProperty(DynamicProperty const& property)
@@ -220,6 +246,7 @@ GPUAdaptorPtr Transform::getGPUAdaptor() const
 TavStatus Transform::finalize(PixelFormat input, PixelFormat output, RendererFlags rendererFlags, OptimizerFlags optimizerFlags,
                               ResolveFlags resolveFlags)
 {
+    auto const lock = _lockAgainstAliases();
     m_rendererFlags = rendererFlags;
     m_optimizerFlags = optimizerFlags;
     m_inputPixelFormat = input;
@@ -228,7 +255,8 @@ TavStatus Transform::finalize(PixelFormat input, PixelFormat output, RendererFla
     return statusOf(
         [&]
         {
-            resolve(m_fullPath, resolveFlags, *m_transform);
+            if (m_transform->hasReferences())
+                _resolveAnew(resolveFlags);
             std::shared_ptr<Color::Transform> flat = m_transform->clone(CloneType::Flat);
             Color::TransformTools::optimize(flat, m_optimizerFlags);
             auto cpuRenderer = _createCPURenderer(flat);
@@ -274,6 +302,7 @@ TavStatus Transform::applyGPU(unsigned int textureId, Vertices const& position, 
 
 void Transform::update()
 {
+    auto const lock = _lockAgainstAliases();
     m_transform->unresolve();
     finalize(m_inputPixelFormat, m_outputPixelFormat, m_rendererFlags, m_optimizerFlags, m_resolveFlags);
 }
@@ -293,13 +322,54 @@ std::shared_ptr<Color::Transform> Transform::getOptimizedTransform(OptimizerFlag
 
 std::shared_ptr<Color::Transform> Transform::getResolvedTransform() const
 {
-    resolve(m_fullPath, m_resolveFlags, *m_transform);
-    return m_transform;
+    if (!m_transform->hasReferences())
+        return m_transform;
+    if (!m_transform->hasUnresolvedReferences())
+        return m_transform->clone(CloneType::Flat);
+    std::shared_ptr<Color::Transform> const copy = m_transform->clone(CloneType::Plain);
+    Color::TransformUtils::resolve(m_fullPath, m_resolveFlags, copy);
+    return copy->clone(CloneType::Flat);
 }
 
-void Transform::setFullPath(char const* path)
+// A change of an alias in another thread finalizes too.
+std::unique_lock<std::recursive_mutex> Transform::_lockAgainstAliases() const
 {
-    m_fullPath = textOf(path);
+    return m_registration ? Color::lockPreferences() : std::unique_lock<std::recursive_mutex>();
+}
+
+void Transform::_resolve(ResolveFlags flags)
+{
+    m_transform->unresolve();
+    Color::TransformUtils::resolve(m_fullPath, flags, m_transform);
+}
+
+// Where that is needed. Files that come in through an alias may bring in other aliases; a failure with the same flags leaves the
+// old ones registered, so that a change of one of them may mend it.
+void Transform::_resolveAnew(ResolveFlags flags)
+{
+    bool const hasNewFlags = flags != m_resolveFlags;
+    if (hasNewFlags)
+        _deregisterFromAliases();
+    if (hasNewFlags || m_transform->hasUnresolvedReferences())
+    {
+        _resolve(flags);
+        m_resolveFlags = flags;
+        _registerToAliases();
+    }
+}
+
+void Transform::_registerToAliases()
+{
+    std::set<std::string> aliases;
+    collectAliases(m_transform->getOps(), aliases);
+    m_registration->registerTo(aliases);
+}
+
+void Transform::_deregisterFromAliases()
+{
+    m_registration->deregister();
+    if (m_transform->hasUnresolvedReferences())
+        throw Color::failure(ErrorIds::kUnresolvedReferences, Module::kLibrary);
 }
 
 std::shared_ptr<Rendering::GenericCPURenderer>

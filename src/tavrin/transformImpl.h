@@ -3,6 +3,7 @@
 #define TAVRIN_TAVRIN_TRANSFORM_IMPL_H
 
 #include "renderer/genericRenderer.h"
+#include "tavrin/aliasRegistration.h"
 #include "transform/transform.h"
 #include "utils/observable.h"
 
@@ -10,6 +11,8 @@
 #include <tavrin/transform.h>
 
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 
 namespace Tavrin::Impl
@@ -19,8 +22,9 @@ namespace Tavrin::Impl
 class Transform : public Tavrin::Transform, public Color::Observer
 {
 public:
-    // The model belongs to the new object alone from here on; it can't be null.
-    explicit Transform(std::shared_ptr<Color::Transform> transform);
+    // The model belongs to the new object alone from here on; it can't be null. Its references are resolved, relative ones against
+    // the path of the file that it was read from; a failure to do so is thrown. From then on the object follows their aliases.
+    explicit Transform(std::shared_ptr<Color::Transform> transform, std::string const& fullPath = std::string());
 
     // The model behind a handle, null for an empty handle.
     static std::shared_ptr<Color::Transform> getModel(TransformPtr const& handle);
@@ -67,10 +71,13 @@ public:
     std::shared_ptr<Color::Transform> getOptimizedTransform(OptimizerFlags flags) const;
     // The transform with its references replaced by what they point at; itself when it has none.
     std::shared_ptr<Color::Transform> getResolvedTransform() const;
-    // Where the transform was read from; relative references are resolved against it. Null counts as an empty path.
-    void setFullPath(char const* path);
 
 private:
+    std::unique_lock<std::recursive_mutex> _lockAgainstAliases() const;
+    void _resolve(ResolveFlags flags);
+    void _resolveAnew(ResolveFlags flags);
+    void _registerToAliases();
+    void _deregisterFromAliases();
     std::shared_ptr<Rendering::GenericCPURenderer> _createCPURenderer(std::shared_ptr<Color::Transform> const& transform) const;
     std::shared_ptr<Rendering::GenericGPURenderer> _createGPURenderer(std::shared_ptr<Color::Transform> const& transform);
     void _releaseRenderers();
@@ -83,9 +90,10 @@ private:
     OptimizerFlags m_optimizerFlags = OPTIMIZER_DEFAULT_THRESHOLD;
     PixelFormat m_inputPixelFormat = PF_UNKNOWN;
     PixelFormat m_outputPixelFormat = PF_UNKNOWN;
-    std::string m_fullPath;
+    std::string const m_fullPath;
     ResolveFlags m_resolveFlags = RESOLVE_BROADCAST_MONITOR;
     GPUAdaptorPtr m_gpuAdaptor;
+    std::optional<AliasRegistration> m_registration; // Of a transform with references. Last, as it wants to be.
 };
 
 } // namespace Tavrin::Impl

@@ -2,6 +2,7 @@
 #include "xml/fileIOManager.h"
 
 #include "utils/errorMessage.h"
+#include "utils/locations.h"
 #include "xml/cdlReader.h"
 #include "xml/ioReader.h"
 #include "xml/ocioReader.h"
@@ -12,6 +13,8 @@
 #include <algorithm>
 #include <boost/filesystem.hpp>
 #include <iterator>
+#include <optional>
+#include <string_view>
 
 namespace Color
 {
@@ -67,30 +70,45 @@ Readers getReaders(std::string const& path)
     return readers;
 }
 
-// Files that were saved with a path inside another installation's folder are looked for in this installation's. There is no system
-// location to look in as long as nothing has set one, and then a path is what it says.
-std::string resolveSystemTransformPath(std::string const& path)
+// What stands in a path before the folders of the product's versions.
+constexpr std::string_view kProductFolder = "Norvane/Halvard/Tavrin/";
+
+// A folder as seen from the one of its version. None when it is not in an installation.
+std::optional<boost::filesystem::path> pruneSystemBasePath(std::string const& folder)
 {
-    return path;
+    std::size_t const product = folder.find(kProductFolder);
+    if (product == std::string::npos)
+    {
+        return std::nullopt;
+    }
+    std::size_t const afterVersion = folder.find('/', product + kProductFolder.size());
+    return afterVersion == std::string::npos ? std::string() : folder.substr(afterVersion + 1);
 }
 
-void requireFile(std::string const& path)
+// Rethrows an error of the file system as a failure that tells the path.
+template <class Body>
+auto withFilesystem(std::string const& path, Body&& body)
 {
     try
     {
-        boost::filesystem::file_status const status = boost::filesystem::status(path);
-        if (boost::filesystem::is_directory(status))
-        {
-            throw failure(ErrorIds::kNotAFile, Module::kFileReader, path);
-        }
-        if (!boost::filesystem::exists(status))
-        {
-            throw failure(ErrorIds::kNoFileFound, Module::kFileReader, path);
-        }
+        return body();
     }
     catch (boost::filesystem::filesystem_error const& error)
     {
         throw failure(ErrorIds::kFilesystemError, Module::kFileReader, path, error.what());
+    }
+}
+
+void requireFile(std::string const& path)
+{
+    boost::filesystem::file_status const status = withFilesystem(path, [&] { return boost::filesystem::status(path); });
+    if (boost::filesystem::is_directory(status))
+    {
+        throw failure(ErrorIds::kNotAFile, Module::kFileReader, path);
+    }
+    if (!boost::filesystem::exists(status))
+    {
+        throw failure(ErrorIds::kNoFileFound, Module::kFileReader, path);
     }
 }
 
@@ -139,6 +157,24 @@ FileIOManager::Formats const& FileIOManager::getSupportedFileFormats()
 bool FileIOManager::isFileSupported(std::string const& path)
 {
     return !getContentReaders(path).empty();
+}
+
+std::string FileIOManager::resolveSystemTransformPath(std::string const& path)
+{
+    namespace fs = boost::filesystem;
+    fs::path const saved(path);
+    auto const resolve = [&]
+    {
+        // Nothing is known of an installation as long as nothing has set the system's location.
+        if (Utils::getSystemColorTransformPath().empty() || fs::exists(saved))
+        {
+            return path;
+        }
+        std::optional<fs::path> const folder = pruneSystemBasePath(saved.parent_path().string());
+        fs::path const here = folder ? Utils::getSystemPath() / *folder / saved.filename() : fs::path();
+        return folder && fs::exists(here) ? here.string() : path;
+    };
+    return withFilesystem(path, resolve);
 }
 
 std::shared_ptr<Transform> FileIOManager::loadTransform(std::string const& path)

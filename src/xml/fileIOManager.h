@@ -23,6 +23,10 @@ public:
     // Whether some reader takes the path's extension; the file need not exist.
     static bool isFileSupported(std::string const& path);
 
+    // A file that was saved with a path inside another installation, and is not there, is looked for in this one's. Gives the path
+    // where it is found, or the same path.
+    static std::string resolveSystemTransformPath(std::string const& path);
+
     // Throws what is wrong with the path, or with the file. When several readers take the extension the first that can read the
     // file gives the transform, and if none can, the message holds what each of them says.
     static std::shared_ptr<Transform> loadTransform(std::string const& path);

@@ -26,6 +26,11 @@ inline constexpr std::size_t kHandedOnDescriptions = std::size_t{1} << 26;
 inline constexpr std::uint64_t kRescannedBytes = std::uint64_t{1} << 27;
 inline constexpr std::uint64_t kRescannedPerByte = 8;
 
+// Files that refer to each other in a chain, and references that are followed for one transform. Each of them is a file that is
+// read.
+inline constexpr std::size_t kReferenceNesting = 64;
+inline constexpr std::size_t kReferences = 4096;
+
 } // namespace Color::Xml::Reader::Limits
 
 #endif

@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 // A test that needs a process in which nothing has been asked for yet. ctest gives each test one of its own; where a test program
@@ -38,11 +36,7 @@ protected:
     std::string systemTransforms() const { return m_folder.file("system/transforms"); }
     std::string shared() const { return m_folder.file("shared"); }
     std::string configFile() const { return m_folder.file("tavrinConfig.xml"); }
-    std::string configuration() const
-    {
-        std::ifstream file(configFile(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string configuration() const { return contentOfFile(configFile()); }
 
     TemporaryFolder const m_folder;
 

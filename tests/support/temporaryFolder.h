@@ -5,10 +5,17 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+
+inline std::string contentOfFile(std::filesystem::path const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 // The name is new each time, so that tests may run side by side.
 class TemporaryFolder

@@ -1,8 +1,12 @@
 // References to other files, as a caller makes and sees them.
 #include "contentRecorder.h"
+#include "support/ownPreferences.h"
 #include "transformFixtures.h"
 
 #include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
 
 using namespace Tavrin;
 using testing::ElementsAre;
@@ -10,19 +14,35 @@ using testing::ElementsAre;
 namespace
 {
 
-TransformPtr byPath(char const* path, BasePath basePath = BASE_PATH_NONE)
+// What the references lead to is there.
+class CreateReferenceTransform : public OwnPreferencesTest
 {
-    TransformPtr transform;
-    EXPECT_EQ(told(CreateReferenceTransformFromPath(BIT_DEPTH_10i, BIT_DEPTH_16f, path, basePath, transform)), kGood);
-    return transform;
-}
+protected:
+    void SetUp() override
+    {
+        OwnPreferencesTest::SetUp();
+        if (IsSkipped())
+            return;
+        std::filesystem::create_directory(shared() + "/looks");
+        std::string const warm = m_folder.write("shared/looks/warm.ctf", document(doubling()));
+        for (char const* const alias : {"graphicsMonitor", "broadcastMonitor"})
+            ASSERT_EQ(told(addAliasInPreferences(alias, warm.c_str(), BASE_PATH_NONE)), kGood);
+    }
 
-TransformPtr byAlias(char const* alias)
-{
-    TransformPtr transform;
-    EXPECT_EQ(told(CreateReferenceTransformFromAlias(BIT_DEPTH_10i, BIT_DEPTH_16f, alias, transform)), kGood);
-    return transform;
-}
+    static TransformPtr byPath(char const* path)
+    {
+        TransformPtr transform;
+        EXPECT_EQ(told(CreateReferenceTransformFromPath(BIT_DEPTH_10i, BIT_DEPTH_16f, path, BASE_PATH_SHARED, transform)), kGood);
+        return transform;
+    }
+    static TransformPtr byAlias(char const* alias)
+    {
+        TransformPtr transform;
+        EXPECT_EQ(told(CreateReferenceTransformFromAlias(BIT_DEPTH_10i, BIT_DEPTH_16f, alias, transform)), kGood);
+        return transform;
+    }
+};
+using Reference = CreateReferenceTransform;
 
 // From the beginning of the only operator to its end.
 Lines operatorOf(TransformPtr const& transform)
@@ -32,9 +52,9 @@ Lines operatorOf(TransformPtr const& transform)
     return Lines(begin, all.end() - 1);
 }
 
-TEST(CreateReferenceTransform, GivesAReferenceByPath)
+TEST_F(CreateReferenceTransform, GivesAReferenceByPath)
 {
-    TransformPtr const transform = byPath("looks/warm.ctf", BASE_PATH_SHARED);
+    TransformPtr const transform = byPath("looks/warm.ctf");
     ASSERT_TRUE(transform);
     EXPECT_TRUE(transform->hasReferences());
     EXPECT_FALSE(transform->hasAliasReferencesToResolve());
@@ -45,10 +65,10 @@ TEST(CreateReferenceTransform, GivesAReferenceByPath)
                                                    "Output Bit Depth: 16f", //
                                                    "Base Path: Shared",     //
                                                    "Path: looks/warm.ctf",  //
-                                                   "end"));
+                                                   "Resolved Path: " + shared() + "/looks/warm.ctf", "end"));
 }
 
-TEST(CreateReferenceTransform, GivesAReferenceByAlias)
+TEST_F(CreateReferenceTransform, GivesAReferenceByAlias)
 {
     TransformPtr const transform = byAlias("broadcastMonitor");
     ASSERT_TRUE(transform);
@@ -63,13 +83,13 @@ TEST(CreateReferenceTransform, GivesAReferenceByAlias)
     EXPECT_TRUE(byAlias("currentMonitor")->hasAliasReferencesToResolve());
 }
 
-TEST(CreateReferenceTransform, GivesNewIdsEachTime)
+TEST_F(CreateReferenceTransform, GivesNewIdsEachTime)
 {
-    EXPECT_STRNE(byPath("/a.ctf")->getId(), byPath("/a.ctf")->getId());
-    EXPECT_STRNE(byAlias("a")->getId(), byAlias("a")->getId());
+    EXPECT_STRNE(byPath("looks/warm.ctf")->getId(), byPath("looks/warm.ctf")->getId());
+    EXPECT_STRNE(byAlias("graphicsMonitor")->getId(), byAlias("graphicsMonitor")->getId());
 }
 
-TEST(CreateReferenceTransform, RefusesNullAndEmptyTextsAndLeavesTheHandle)
+TEST_F(CreateReferenceTransform, RefusesNullAndEmptyTextsAndLeavesTheHandle)
 {
     TransformPtr transform = scaleBy(2.0F);
     Transform const* const before = transform.get();
@@ -86,7 +106,7 @@ TEST(CreateReferenceTransform, RefusesNullAndEmptyTextsAndLeavesTheHandle)
     EXPECT_EQ(transform.get(), before);
 }
 
-TEST(Reference, IsReadFromAFile)
+TEST_F(Reference, IsReadFromAFile)
 {
     TransformPtr const transform =
         fromText(document("<Reference inBitDepth='32f' outBitDepth='32f' name='Screen' alias='graphicsMonitor'/>"));

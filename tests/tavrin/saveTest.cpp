@@ -1,20 +1,21 @@
 // Transforms saved by callers.
 #include "support/operatorElements.h"
-#include "support/temporaryFolder.h"
+#include "support/ownPreferences.h"
 #include "transformFixtures.h"
 
 #include <gmock/gmock.h>
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 using namespace Tavrin;
+using testing::AllOf;
 using testing::Each;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace
 {
@@ -43,12 +44,6 @@ std::string saved(TransformPtr const& transform)
     Collector collector;
     EXPECT_EQ(told(saveColorTransformToBuffer(collector, transform)), kGood);
     return collector.document();
-}
-
-std::string contentOfFile(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // From below black to above white, each channel at a pace of its own, alpha too.
@@ -103,16 +98,22 @@ TEST(SaveColorTransform, ReplacesAFile)
     EXPECT_EQ(contentOfFile(path), saved(transform));
 }
 
-TEST(SaveColorTransform, WritesReferencesAsTheyStandUnlessTheyAreToBeResolved)
+using SavedReferences = OwnPreferencesTest;
+
+TEST_F(SavedReferences, AreWrittenAsTheyStandUnlessTheyAreToBeResolved)
 {
-    TemporaryFolder const folder;
-    std::string const path = folder.file("a.ctf");
+    std::filesystem::create_directory(shared() + "/looks");
+    m_folder.write("shared/looks/warm.ctf", document(doubling()));
+    std::string const path = m_folder.file("a.ctf");
     TransformPtr const transform =
         fromText(document("<Reference inBitDepth='32f' outBitDepth='32f' path='looks/warm.ctf' basePath='Shared'/>"));
     ASSERT_TRUE(transform);
     ASSERT_EQ(told(saveColorTransform(path.c_str(), false, transform)), kGood);
     EXPECT_THAT(contentOfFile(path), HasSubstr("    <Reference inBitDepth=\"32f\" outBitDepth=\"32f\" path=\"looks/warm.ctf\" "
                                                "basePath=\"Shared\">\n    </Reference>\n"));
+    ASSERT_EQ(told(saveColorTransform(path.c_str(), true, transform)), kGood);
+    EXPECT_THAT(contentOfFile(path), AllOf(HasSubstr("<Matrix"), Not(HasSubstr("<Reference"))));
+    EXPECT_EQ(saved(transform), contentOfFile(path));
 }
 
 TEST(SaveColorTransform, RefusesNullAndAnEmptyHandle)

@@ -1,6 +1,8 @@
 // Which kinds of files there are, and how a file becomes a transform.
 #include "xml/fileIOManager.h"
 
+#include "support/ownPreferences.h"
+#include "utils/locations.h"
 #include "xml/documents.h"
 
 #include <gmock/gmock.h>
@@ -117,4 +119,55 @@ TEST(FileLoading, TellsTheOnlyReadersMessageAsItIs)
     TemporaryFolder const folder;
     std::string const path = folder.write("a.ctf", "<ProcessList id='a'>\n<Range/></ProcessList>");
     EXPECT_EQ(failureOfPath(path), (Failure{0x420006, "Required attribute 'Input Bit Depth' missing in 'Range' line 2: " + path}));
+}
+
+namespace
+{
+
+// There is a file misc/a.ctf among the system's transforms.
+class FilesOfInstallations : public OwnPreferencesTest
+{
+protected:
+    FilesOfInstallations()
+    {
+        std::filesystem::create_directory(systemTransforms() + "/misc");
+        m_here = m_folder.write("system/transforms/misc/a.ctf", inRoot(kIdentityRange));
+    }
+
+    std::string m_here;
+    std::string const m_gone = "/gone/Norvane/Halvard/Tavrin/2014.1/transforms/misc/a.ctf";
+};
+
+} // namespace
+
+TEST_F(FilesOfInstallations, AreFoundInThisOneInPlaceOfAnother)
+{
+    Color::Utils::getSystemPath();
+    EXPECT_EQ(FileIOManager::resolveSystemTransformPath(m_gone), m_here);
+    EXPECT_EQ(FileIOManager::loadTransform(m_gone)->getId(), "a");
+    EXPECT_EQ(failureOfPath("/gone/Norvane/Halvard/Tavrin/2014.1/transforms/misc"),
+              (Failure{0x460002, "Not a file: '" + systemTransforms() + "/misc'"}));
+}
+
+TEST_F(FilesOfInstallations, AreTakenWhereTheyAre)
+{
+    Color::Utils::getSystemPath();
+    std::filesystem::create_directories(m_folder.file("Norvane/Halvard/Tavrin/2014.1/transforms/misc"));
+    std::string const there = m_folder.write("Norvane/Halvard/Tavrin/2014.1/transforms/misc/a.ctf", inRoot(kIdentityRange));
+    EXPECT_EQ(FileIOManager::resolveSystemTransformPath(there), there);
+}
+
+TEST_F(FilesOfInstallations, AreNotLookedForElsewhere)
+{
+    Color::Utils::getSystemPath();
+    for (std::string const path :
+         {"", "a.ctf", "/gone/transforms/misc/a.ctf", "/gone/Norvane/Halvard/Tavrin/2014.1/transforms/misc/b.ctf",
+          "/gone/Norvane/Halvard/Tavrin", "/gone/Norvane/Halvard/Tavrin/2014.1"})
+        EXPECT_EQ(FileIOManager::resolveSystemTransformPath(path), path);
+}
+
+TEST_F(FilesOfInstallations, AreNotLookedForAsLongAsNothingIsKnownOfTheSystem)
+{
+    EXPECT_EQ(FileIOManager::resolveSystemTransformPath(m_gone), m_gone);
+    EXPECT_EQ(failureOfPath(m_gone), (Failure{0x460003, "No file found: '" + m_gone + "'"}));
 }

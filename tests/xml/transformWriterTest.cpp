@@ -10,8 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 using namespace Color;
@@ -43,12 +41,6 @@ std::string versionOf(Transform& transform)
     std::string const document = written(std::shared_ptr<Transform>(&transform, [](Transform*) {}));
     std::size_t const begin = document.find("<ProcessList version=\"") + 22;
     return document.substr(begin, document.find('"', begin) - begin);
-}
-
-std::string contentOfFile(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <ostream>
 #include <stdexcept>
@@ -20,12 +19,6 @@ using Color::Xml::Writer::writeWholeFile;
 
 namespace
 {
-
-std::string contentOf(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 void writeText(std::string const& path, std::string const& text)
 {
@@ -58,9 +51,9 @@ TEST_F(WholeFile, IsNewOrTakesThePlaceOfAnother)
 {
     std::string const path = m_folder.file("a");
     writeText(path, "first");
-    EXPECT_EQ(contentOf(path), "first");
+    EXPECT_EQ(contentOfFile(path), "first");
     writeText(path, "2nd");
-    EXPECT_EQ(contentOf(path), "2nd");
+    EXPECT_EQ(contentOfFile(path), "2nd");
     EXPECT_EQ(entriesOf(m_folder.path()), 1U);
 }
 
@@ -71,9 +64,9 @@ TEST_F(WholeFile, StaysAsItWasUntilTheNewOneIsComplete)
                    [&](std::ostream& stream)
                    {
                        stream << "new" << std::flush;
-                       EXPECT_EQ(contentOf(path), "old");
+                       EXPECT_EQ(contentOfFile(path), "old");
                    });
-    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(contentOfFile(path), "new");
 }
 
 TEST_F(WholeFile, StaysAsItWasWhenTheWriterFails)
@@ -85,7 +78,7 @@ TEST_F(WholeFile, StaysAsItWasWhenTheWriterFails)
         throw std::runtime_error("stop");
     };
     EXPECT_THROW(writeWholeFile(path, fail), std::runtime_error);
-    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(contentOfFile(path), "old");
     EXPECT_THROW(writeWholeFile(m_folder.file("b"), fail), std::runtime_error);
     EXPECT_EQ(entriesOf(m_folder.path()), 1U);
 }
@@ -97,7 +90,7 @@ TEST_F(WholeFile, KeepsPermissionsAndSymbolicLinks)
     fs::create_symlink("a", m_folder.file("link"));
     writeText(m_folder.file("link"), "new");
     EXPECT_TRUE(fs::is_symlink(m_folder.file("link")));
-    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(contentOfFile(path), "new");
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
 }
 
@@ -110,7 +103,7 @@ TEST_F(WholeFile, IsWrittenInPlaceWhereTheFolderTakesNoNewOne)
         ScopedUser const somebody;
         writeText(path, "new");
     }
-    EXPECT_EQ(contentOf(path), "new");
+    EXPECT_EQ(contentOfFile(path), "new");
 }
 
 TEST_F(WholeFile, MayBeADevice)
@@ -125,7 +118,7 @@ TEST_F(WholeFile, TellsThatAFileCannotBeOverwritten)
     fs::permissions(path, fs::perms(0444));
     ScopedUser const somebody;
     EXPECT_EQ(failureOfWriting(path), (Failure{0x430003, "Unable to overwrite existing file: '" + path + "'"}));
-    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(contentOfFile(path), "old");
     EXPECT_EQ(entriesOf(m_folder.path()), 1U);
 }
 

@@ -10,8 +10,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
@@ -30,8 +28,7 @@ protected:
     std::string write() const
     {
         XMLPreferencesWriter::writeFile(m_preferences, m_path);
-        std::ifstream file(m_path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        return contentOfFile(m_path);
     }
     std::shared_ptr<Preferences> writeAndRead() const
     {
