@@ -80,10 +80,11 @@ TransformPtr input(std::string const& from, std::string const& working)
     return create(tpl);
 }
 
-// What a grey becomes.
+// What a grey becomes. Exposure and contrast can change afterwards.
 Pixels grey(TransformPtr const& transform, double value)
 {
-    EXPECT_EQ(told(finalizeForCpu(transform)), kGood);
+    OptimizerFlags const flags = OPTIMIZER_DEFAULT_THRESHOLD | OPTIMIZER_KEEP_DYNAMIC;
+    EXPECT_EQ(told(transform->finalize(PF_RGBA_32f, PF_RGBA_32f, RENDERER_CPU, flags, RESOLVE_GRAPHICS_MONITOR)), kGood);
     float const v = static_cast<float>(value);
     return render(transform, {v, v, v, 1.0F});
 }
@@ -242,7 +243,7 @@ TEST_F(NativeTemplate, APictureForADisplayComesBackFromTheScene)
 
 TEST_F(NativeTemplate, AViewOfRawValuesChangesNothing)
 {
-    expectGrey(grey(viewing("ACEScg", "Raw"), 0.18), static_cast<double>(0.18F), 0.0);
+    expectGrey(grey(viewing("ACEScg", "Raw"), 0.18), 0.18, kPowersError);
 }
 
 TEST_F(NativeTemplate, TellsWhereItsLastStageLeads)
@@ -374,9 +375,9 @@ TEST(StockTemplate, NeedsNoInstallationAndNoSelection)
         parameter->deselect();
     }
     TransformPtr const transform = create(tpl);
-    expectGrey(grey(transform, 0.25), 0.25, 0.0);
+    expectGrey(grey(transform, 0.25), 0.25, kPowersError);
     EXPECT_EQ(told(transform->setDynamicProperty({DynamicProperty::EXPOSURE, 2.0})), kGood);
-    expectGrey(render(transform, {0.25F, 0.25F, 0.25F, 1.0F}), 1.0, 1e-5);
+    expectGrey(render(transform, {0.25F, 0.25F, 0.25F, 1.0F}), 1.0, kPowersError);
 }
 
 TEST(StockTemplate, HandlesShareATemplate)
