@@ -7,6 +7,11 @@ install(TARGETS tavrin EXPORT TavrinTargets)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/tavrin" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 
 install(EXPORT TavrinTargets NAMESPACE Tavrin:: DESTINATION "${packageDir}")
+if(TARGET TavrinGL)
+  install(TARGETS TavrinGL EXPORT TavrinGLTargets)
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/adaptors/opengl/include/tavrinGL" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+  install(EXPORT TavrinGLTargets NAMESPACE Tavrin:: DESTINATION "${packageDir}")
+endif()
 configure_package_config_file(
   "${PROJECT_SOURCE_DIR}/cmake/TavrinConfig.cmake.in" "${PROJECT_BINARY_DIR}/TavrinConfig.cmake"
   INSTALL_DESTINATION "${packageDir}" NO_SET_AND_CHECK_MACRO)

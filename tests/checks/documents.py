@@ -25,5 +25,5 @@ def faults_of(root, document):
 
 
 root = pathlib.Path(sys.argv[1])
-documents = [*root.glob("*.md"), *(d for f in ["docs", "src", "examples", "tests", "bench", "tools"] for d in (root / f).rglob("*.md"))]
+documents = [*root.glob("*.md"), *(d for f in ["docs", "src", "examples", "tests", "bench", "tools", "adaptors"] for d in (root / f).rglob("*.md"))]
 finish([fault for document in sorted(documents) for fault in faults_of(root, document)])

@@ -1,6 +1,6 @@
-# Checks that the shared library exports namespace Tavrin and nothing else.
+# Checks that a shared library exports its own namespace and nothing else.
 #
-#   exportedSymbols.py LIBRARY NM
+#   exportedSymbols.py LIBRARY NM NAMESPACE
 
 import re
 import subprocess
@@ -8,10 +8,10 @@ import sys
 
 from faults import finish
 
-# Mangled names of functions and variables, and of tables, type information and thunks, that are nested in Tavrin.
-OWN = re.compile(r"_Z(T[VTIS]|Th[n0-9]+_|Tv[n0-9]+_[n0-9]+_)?NK?6Tavrin")
+library, nm, namespace = sys.argv[1:4]
 
-library, nm = sys.argv[1], sys.argv[2]
+# Mangled names of functions and variables, and of tables, type information and thunks, that are nested in the namespace.
+OWN = re.compile(rf"_Z(T[VTIS]|Th[n0-9]+_|Tv[n0-9]+_[n0-9]+_)?NK?{len(namespace)}{namespace}")
 
 command = [nm, "--dynamic", "--defined-only", "--format=just-symbols", library]
 names = subprocess.run(command, capture_output=True, text=True, check=True).stdout.split()

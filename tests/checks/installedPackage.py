@@ -1,5 +1,6 @@
 # Installs the build into a temporary folder, moves it, and builds and runs examples/quickStart against it as a stranger would:
-# once through find_package, once through pkg-config, both as C++14. What is installed must name no dependency of ours.
+# once through find_package, once through pkg-config, both as C++14; and examples/drawing, where the adaptor for OpenGL was built.
+# What is installed must name no dependency of ours.
 #
 #   installedPackage.py ROOT BUILD CMAKE COMPILER
 
@@ -30,11 +31,20 @@ def run(*command, **environment):
     return result.stdout
 
 
-def through_find_package(prefix, folder):
+def built_example(name, prefix, folder):
+    """What the example prints, built through find_package."""
     options = ["-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_COMPILER={compiler}", f"-DCMAKE_PREFIX_PATH={prefix}"]
-    run(cmake, "-G", "Ninja", "-S", root / "examples/quickStart", "-B", folder, *options)
+    run(cmake, "-G", "Ninja", "-S", root / "examples" / name, "-B", folder, *options)
     run(cmake, "--build", folder)
-    return run(folder / "quickStart")
+    return run(folder / name)
+
+
+def through_find_package(prefix, folder):
+    return built_example("quickStart", prefix, folder)
+
+
+def drawn_with_the_component(prefix, folder):
+    return built_example("drawing", prefix, folder)
 
 
 def through_pkg_config(prefix, folder):
@@ -61,7 +71,10 @@ with tempfile.TemporaryDirectory() as temporary:
     prefix = (temporary / "installed").rename(temporary / "moved")
 
     faults = list(dependency_faults(prefix))
-    for way in (through_find_package, through_pkg_config):
+    ways = [through_find_package, through_pkg_config]
+    if list(prefix.rglob("TavrinGLTargets.cmake")):
+        ways.append(drawn_with_the_component)
+    for way in ways:
         output = way(prefix, temporary / way.__name__)
         if output != EXPECTED:
             faults.append(f"{way.__name__}: the program printed {output!r}, not {EXPECTED!r}")

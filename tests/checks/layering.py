@@ -30,7 +30,7 @@ LIBRARIES = {
 }
 
 # Clients of the shared library.
-CLIENTS = ["tools", "examples", "tests/tavrin", "tests/tools"]
+CLIENTS = ["tools", "examples", "adaptors", "tests/tavrin", "tests/tools"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 

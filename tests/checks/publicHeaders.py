@@ -1,7 +1,7 @@
 # Checks that each public header compiles by itself as C++14 without a warning, and includes nothing but public headers and the
 # standard library.
 #
-#   publicHeaders.py INCLUDE_FOLDER COMPILER
+#   publicHeaders.py INCLUDE_FOLDER COMPILER [FOLDER_OF_HEADERS_THAT_THEY_INCLUDE...]
 
 import concurrent.futures
 import pathlib
@@ -18,19 +18,20 @@ STANDARD = re.compile(r"(?!.*[./])[a-z0-9_]+")
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 
 folder, compiler = pathlib.Path(sys.argv[1]), sys.argv[2]
+folders = [folder, *map(pathlib.Path, sys.argv[3:])]
 
 
 def compile_fault(header):
     """What the compiler says about a program of this one include, or None."""
     program = f"#include <{header.relative_to(folder)}>\n"
-    command = [compiler, *FLAGS, "-I", str(folder), "-x", "c++", "-"]
+    command = [compiler, *FLAGS, *(f"-I{folder}" for folder in folders), "-x", "c++", "-"]
     result = subprocess.run(command, input=program, capture_output=True, text=True, check=False)
     return None if result.returncode == 0 else f"{header}: does not compile alone\n{result.stderr}"
 
 
 def include_faults(header):
     for path in INCLUDE.findall(header.read_text(encoding="utf-8")):
-        if not STANDARD.fullmatch(path) and not (folder / path).exists():
+        if not STANDARD.fullmatch(path) and not any((folder / path).exists() for folder in folders):
             yield f"{header}: includes {path}"
 
 

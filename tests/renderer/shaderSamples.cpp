@@ -70,6 +70,8 @@ ExposureContrastOp exposureContrast(ExposureContrastOp::Style style, double pivo
 {
     ExposureContrastOp op(BIT_DEPTH_32f, BIT_DEPTH_32f, style);
     op.setPivot(pivot);
+    op.getExposure()->setValue(0.5);
+    op.getContrast()->setValue(1.25);
     return op;
 }
 
@@ -85,23 +87,40 @@ HueVectorOp hueVectorOfUnknownStyle()
     return op;
 }
 
-// An identity.
+// Each row holds the mean of its place and its square, so that the inverse is no steeper than 2.
 Lut1DOp table(
     unsigned int rows, Change<Lut1DOp> const& change = [](Lut1DOp&) {})
 {
     Lut1DOp op(rows);
+    for (float& value : op.getArray().getValues())
+        value = 0.5F * (value + value * value);
     change(op);
     return op;
 }
 
+// Halves its input.
 Lut1DOp halfDomainTable()
 {
-    return Lut1DOp(BIT_DEPTH_32f, BIT_DEPTH_32f, "", "", {}, Lut1DOp::InterpolationAlgo::Linear, HALF_FLAGS_INPUT_HALF_DOMAIN);
+    Lut1DOp op(BIT_DEPTH_32f, BIT_DEPTH_32f, "", "", {}, Lut1DOp::InterpolationAlgo::Linear, HALF_FLAGS_INPUT_HALF_DOMAIN);
+    op.getArray().scale(0.5F);
+    return op;
 }
 
+// No channel goes its own way, and none goes straight.
 Lut3DOp cube(Lut3DOp::InterpolationAlgo interpolation)
 {
-    return Lut3DOp(BIT_DEPTH_32f, BIT_DEPTH_32f, "", "", {}, interpolation, 3);
+    Lut3DOp op(BIT_DEPTH_32f, BIT_DEPTH_32f, "", "", {}, interpolation, 3);
+    std::vector<float>& values = op.getArray().getValues();
+    for (std::size_t i = 0; i < values.size(); i += 3)
+    {
+        float const red = values[i];
+        float const green = values[i + 1];
+        float const blue = values[i + 2];
+        values[i] = red * (0.75F + 0.25F * green);
+        values[i + 1] = green * green * (1.0F - 0.5F * blue);
+        values[i + 2] = 0.5F * (blue + red * green);
+    }
+    return op;
 }
 
 template <class AnyOp>
@@ -120,6 +139,16 @@ void appendChain(OpList& ops)
     ops.append(matrix(kMixing).clone());
     ops.append(switchable(gamma(GammaOp::GammaStyle::BasicFwd), "display").clone());
     ops.append(DitherOp(BIT_DEPTH_32f, BIT_DEPTH_32f, BIT_DEPTH_8i).clone());
+}
+
+void appendChainOfTables(OpList& ops)
+{
+    ops.append(logarithm(LogOp::LogStyle::LogToLin).clone());
+    ops.append(matrix(kMixing).clone());
+    ops.append(logarithm(LogOp::LogStyle::LinToLog).clone());
+    ops.append(table(4096).clone());
+    ops.append(InvLut1DOp(table(256)).clone());
+    ops.append(cdl(CDLOp::CDLStyle::V1_2Fwd).clone());
 }
 
 } // namespace
@@ -190,5 +219,6 @@ std::vector<ShaderSample> shaderSamples()
              ops.append(gamma(Gamma::BasicRev).clone());
          }},
         {"chain", appendChain},
+        {"chainOfTables", appendChainOfTables},
     };
 }

@@ -606,6 +606,14 @@ CASES = {
         gamma_basic(GAMMAS, name="display", bypass=True),
         dither(),
     ],
+    "chainOfTables": [
+        log_to_lin(FILM),
+        matrix(MIXING),
+        lin_to_log(FILM),
+        lut_1d(4096, (1024, 5)),
+        lut_1d(4096, (1024, 5), kind="Inverse LUT 1D"),
+        cdl(**CDL),
+    ],
 }
 
 
