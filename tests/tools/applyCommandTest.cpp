@@ -355,4 +355,25 @@ TEST_F(ApplyCommand, ControlCharactersOfAFileNameDoNotReachTheTerminal)
                   "tavrin: cannot open 'a?[2J b.exr': No such file or directory");
 }
 
+// The graphics compute in floats too, and their sums may round apart from ours.
+TEST_F(ApplyCommand, GpuGivesAlmostTheSamePixels)
+{
+    Picture16 in(37, 21, 3);
+    for (std::size_t i = 0; i < in.samples.size(); ++i)
+        in.samples[i] = static_cast<std::uint16_t>(i * 7919 % 65536);
+    writePngFile(folder / "in.png", in);
+    apply({"matrix.ctf", "in.png", "cpu.png"});
+    const Outcome outcome = run({"apply", "--gpu", "matrix.ctf", "in.png", "gpu.png"});
+#ifdef TAVRIN_PROGRAM_HAS_OPENGL
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const Picture16 cpu = readPngFile<std::uint16_t>(folder / "cpu.png");
+    const Picture16 gpu = readPngFile<std::uint16_t>(folder / "gpu.png");
+    ASSERT_EQ(gpu.samples.size(), cpu.samples.size());
+    for (std::size_t i = 0; i < cpu.samples.size(); ++i)
+        ASSERT_NEAR(gpu.samples[i], cpu.samples[i], 1) << i;
+#else
+    expectFailure(outcome, 1, HasSubstr("built without OpenGL"));
+#endif
+}
+
 } // namespace

@@ -1,6 +1,7 @@
 // tavrin apply [TRANSFORM...] IN OUT: a picture through transforms.
 #include "command.h"
 #include "failure.h"
+#include "gpuRendering.h"
 #include "imageTypes.h"
 #include "options.h"
 #include "progress.h"
@@ -33,6 +34,7 @@ struct Options
     Tavrin::OptimizerFlags optimizerFlags = Tavrin::OPTIMIZER_DEFAULT_THRESHOLD;
     std::optional<double> exposure;
     std::optional<double> contrast;
+    bool gpu = false;
     bool quiet = false;
 };
 
@@ -85,8 +87,9 @@ void apply(Options const& options)
     const Tavrin::PixelFormat inFormat = source.format;
     const Tavrin::PixelFormat outFormat = formatForWriting(outType, options.depth, inFormat);
     const unsigned int height = source.height;
+    const auto render = options.gpu ? drawTransform : applyTransform;
     const Image target =
-        applyTransform(transform, options.optimizerFlags, std::move(source), outFormat, threads, progress.step("applying", height));
+        render(transform, options.optimizerFlags, std::move(source), outFormat, threads, progress.step("applying", height));
     writeImage(outType, target, outPath, progress.step("writing", height));
     progress.clear();
 
@@ -120,6 +123,7 @@ void setUp(CLI::App& command)
                     "Exposure in stops, where the transforms let it\nchange (a DynamicParameter of their file)")
         ->option_text("E");
     command.add_option("--contrast", options->contrast, "Contrast, likewise; 1 changes nothing")->option_text("C");
+    command.add_flag("--gpu", options->gpu, "Let the graphics do it, through OpenGL; pixels come out\nalmost the same");
     addQuietOption(command, options->quiet);
     command.callback([options] { apply(*options); });
 }

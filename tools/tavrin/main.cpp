@@ -20,7 +20,7 @@ namespace Program
 namespace
 {
 
-constexpr const Command* kCommands[] = {&applyCommand, &infoCommand,    &convertCommand,
+constexpr const Command* kCommands[] = {&applyCommand, &infoCommand,    &convertCommand,  &shaderCommand,
                                         &chartCommand, &formatsCommand, &templatesCommand};
 
 enum ExitStatus : int
