@@ -1,7 +1,7 @@
 // What finalize costs: the optimizer, the merging of tables, and the building of renderers.
+#include "curves.h"
 #include "frame.h"
 
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -19,35 +19,6 @@ TransformPtr matrix()
     float const offsets[] = {0.01F, 0, 0};
     TransformPtr transform;
     Tavrin::CreateMatrixTransform(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, values, offsets, false, transform);
-    return transform;
-}
-
-float curve(unsigned int index, unsigned int last)
-{
-    return static_cast<float>(std::pow(static_cast<double>(index) / last, 1.2));
-}
-
-TransformPtr table(unsigned int rows)
-{
-    std::vector<float> column(rows);
-    for (unsigned int i = 0; i < rows; ++i)
-        column[i] = curve(i, rows - 1);
-    TransformPtr transform;
-    Tavrin::Create1DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, rows, column.data(), column.data(),
-                                          column.data(), Tavrin::HALF_FLAGS_NONE, transform);
-    return transform;
-}
-
-TransformPtr grid(unsigned int points)
-{
-    std::vector<float> values;
-    for (unsigned int i = 0; i < points * points * points; ++i)
-    {
-        for (unsigned int index : {i / points / points, i / points % points, i % points})
-            values.push_back(curve(index, points - 1));
-    }
-    TransformPtr transform;
-    Tavrin::Create3DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, points, values.data(), transform);
     return transform;
 }
 
@@ -75,11 +46,11 @@ void addAtThresholds(std::string const& name, TransformPtr const& transform)
 void addFinalizes()
 {
     addAtThresholds("64 matrices", chain(std::vector<TransformPtr>(64, matrix())));
-    addAtThresholds("two 1D 4096", chain({table(4096), table(4096)}));
-    addAtThresholds("matrix, 1D 4096, 3D 33, 1D 4096", chain({matrix(), table(4096), grid(33), table(4096)}));
+    addAtThresholds("two 1D 4096", chain({curveTable(4096), curveTable(4096)}));
+    addAtThresholds("matrix, 1D 4096, 3D 33, 1D 4096", chain({matrix(), curveTable(4096), curveGrid(33), curveTable(4096)}));
     for (unsigned int points : {33U, 65U})
-        addAtThresholds("two 3D " + std::to_string(points), chain({grid(points), grid(points)}));
-    addAtThresholds("3D 33, 3D 65", chain({grid(33), grid(65)}));
+        addAtThresholds("two 3D " + std::to_string(points), chain({curveGrid(points), curveGrid(points)}));
+    addAtThresholds("3D 33, 3D 65", chain({curveGrid(33), curveGrid(65)}));
 }
 
 } // namespace Bench

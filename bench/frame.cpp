@@ -117,15 +117,24 @@ void addRender(std::string const& name, Tavrin::TransformPtr const& transform, T
         });
 }
 
-void addFinalize(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::OptimizerFlags flags)
+void addCall(std::string const& name, std::function<Tavrin::TavStatus()> const& call)
 {
-    benchmark::RegisterBenchmark((name + ", threshold " + std::to_string(flags)).c_str(),
+    benchmark::RegisterBenchmark(name.c_str(),
                                  [=](benchmark::State& state)
                                  {
                                      for (auto _ : state)
-                                         check(transform->finalize(Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, Tavrin::RENDERER_CPU,
-                                                                   flags, Tavrin::RESOLVE_GRAPHICS_MONITOR));
+                                         check(call());
                                  });
+}
+
+void addFinalize(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::OptimizerFlags flags)
+{
+    addCall(name + ", threshold " + std::to_string(flags),
+            [=]
+            {
+                return transform->finalize(Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, Tavrin::RENDERER_CPU, flags,
+                                           Tavrin::RESOLVE_GRAPHICS_MONITOR);
+            });
 }
 
 void addWork(std::string const& name, Tavrin::PixelFormat format, std::function<void()> const& prepare,

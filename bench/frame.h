@@ -35,6 +35,9 @@ enum class Placement
 void addRender(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::PixelFormat in, Tavrin::PixelFormat out,
                Placement placement = Placement::Separate);
 
+// A call whose time does not depend on a frame and that has to succeed.
+void addCall(std::string const& name, std::function<Tavrin::TavStatus()> const& call);
+
 // Finalize, whose time does not depend on a frame, with these optimizer flags.
 void addFinalize(std::string const& name, Tavrin::TransformPtr const& transform, Tavrin::OptimizerFlags flags);
 

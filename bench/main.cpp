@@ -1,4 +1,5 @@
-// Runs the benchmarks and ends with a table of nanoseconds of processor time a pixel and of ratios to memcpy, and one of set-ups.
+// Runs the benchmarks and ends with a table of nanoseconds of processor time a pixel and of ratios to memcpy, and one of
+// milliseconds a call.
 #include "frame.h"
 
 #include <benchmark/benchmark.h>
@@ -12,6 +13,7 @@
 
 namespace Bench
 {
+void addFiles();
 void addFinalizes();
 void addGrades();
 void addLinear();
@@ -47,7 +49,7 @@ public:
             auto const counter = run.counters.find("bytes");
             if (counter == run.counters.end())
             {
-                m_setUps.emplace_back(name, run.GetAdjustedCPUTime() * 1e-6);
+                m_calls.emplace_back(name, run.GetAdjustedCPUTime() * 1e-6);
                 continue;
             }
             double const bytes = counter->second;
@@ -71,8 +73,8 @@ public:
             else
                 std::printf("%.2f |\n", row.nanoseconds / copy->second);
         }
-        std::printf("\n| Set-up | ms |\n| --- | --- |\n");
-        for (auto const& [name, milliseconds] : m_setUps)
+        std::printf("\n| Call | ms |\n| --- | --- |\n");
+        for (auto const& [name, milliseconds] : m_calls)
             std::printf("| %s | %.3f |\n", name.c_str(), milliseconds);
     }
 
@@ -87,7 +89,7 @@ private:
     std::map<double, double> m_memcpy;
     std::vector<Row> m_rows;
     // Work without pixels, in milliseconds.
-    std::vector<std::pair<std::string, double>> m_setUps;
+    std::vector<std::pair<std::string, double>> m_calls;
 };
 
 } // namespace
@@ -107,6 +109,7 @@ int main(int argc, char** argv)
     Bench::addLooks();
     Bench::addTables();
     Bench::addFinalizes();
+    Bench::addFiles();
     TableReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.printTables();

@@ -1,8 +1,8 @@
 // The command 'convert': texts written by hand.
 #include "programRun.h"
+#include "support/scopedEnvironment.h"
 
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -61,6 +61,18 @@ TEST_F(ConvertCommand, ReadsOtherTypesOfFiles)
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, StartsWith("grade.cc -> grade.ctf, 1 operator (ASC CDL), "));
     EXPECT_THAT(readText(folder / "grade.ctf"), HasSubstr("<Offset>0, 0, 0.5</Offset>"));
+}
+
+TEST_F(ConvertCommand, KeepsReferencesUnlessTheyAreToBeResolved)
+{
+    const ScopedEnvironment preferences("TAVRIN_OVERRIDE_CONFIG_PATH", (folder / "tavrinConfig.xml").c_str());
+    writeTransform("inner.ctf", doubling() + doubling());
+    const std::string reference = "<Reference inBitDepth='32f' outBitDepth='32f' path='" + (folder / "inner.ctf") + "'/>\n";
+    writeTransform("outer.ctf", doubling() + reference);
+    EXPECT_THAT(run({"convert", "outer.ctf", "same.ctf"}).out, HasSubstr(", 2 operators (Matrix, Reference), "));
+    EXPECT_THAT(run({"convert", "outer.ctf", "flat.ctf", "--resolve"}).out, HasSubstr(", 3 operators (Matrix, Matrix, Matrix), "));
+    EXPECT_THAT(run({"convert", "outer.ctf", "one.ctf", "--optimize", "90"}).out, HasSubstr(", 1 operator (Matrix), "));
+    EXPECT_THAT(readText(folder / "one.ctf"), HasSubstr("\n              8               0               0\n"));
 }
 
 TEST_F(ConvertCommand, OptimizesOnRequest)
