@@ -34,13 +34,13 @@ constexpr double kPower = 4e-5;
 constexpr double kLog = 2e-5; // Also of powers of small exponents.
 
 // An antilogarithm of 16.5 stops makes a relative error of what stands before it 16.5 ln 2 times as large.
-constexpr double kAmplified = 16.5 * 0.6931 * kPower;
+constexpr double kAmplified = 16.5 * 0.6931 * kLog;
 
-// RGBA, on both sides of 0 and 1.
-Pixels colours()
+// RGBA, on both sides of 0 and, if the highest value lets them, of 1.
+Pixels colours(float highest)
 {
     std::mt19937 generator(3);
-    std::uniform_real_distribution<float> values(-0.5F, 2.0F);
+    std::uniform_real_distribution<float> values(-0.5F, highest);
     Pixels pixels(4 * 1000);
     std::generate(pixels.begin(), pixels.end(), [&] { return values(generator); });
     for (float const special : {0.0F, 1.0F, 0.18F, 0.5F})
@@ -90,10 +90,11 @@ struct BothWays
         return reader.getTransform();
     }
 
-    double difference(std::string const& from, std::string const& to) const
+    double difference(std::string const& from, std::string const& to, float highest = 2.0F) const
     {
-        Pixels const expected = OpenColorIOPixels::render(theirs->getProcessor(from.c_str(), to.c_str()), colours());
-        return largestError(expected, render(transform(from, to), colours()));
+        Pixels const source = colours(highest);
+        Pixels const expected = OpenColorIOPixels::render(theirs->getProcessor(from.c_str(), to.c_str()), source);
+        return largestError(expected, render(transform(from, to), source));
     }
 };
 
@@ -255,8 +256,9 @@ TEST(RealConfigurations, GiveThePixelsOfOpenColorIOBetweenAllColourSpaces)
                     continue;
                 }
                 ++compared;
-                bool const isAmplified = from.find("Filmic Log") != std::string::npos;
-                EXPECT_LE(config.difference(from, to), isAmplified ? kAmplified : kPower);
+                // Logarithmic spaces end at 1, 4 stops over white; beyond, a channel is so large that matrices lose the others.
+                bool const isLog = from.find("Filmic Log") != std::string::npos;
+                EXPECT_LE(config.difference(from, to, isLog ? 1.0F : 2.0F), isLog ? kAmplified : kPower);
             }
     }
     EXPECT_GT(compared, 0U);
