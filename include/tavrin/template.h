@@ -56,10 +56,10 @@ public:
 
     // All handles to a parameter see the same selection.
     virtual TavStatus getParameter(char const* name, TemplateParameterPtr& parameter) const = 0;
-    // A new transform for what is selected; on failure the handle stays as it was. Exposure and contrast of a transform for viewing
-    // are dynamic: where it is finalized with OPTIMIZER_KEEP_DYNAMIC they can change at any time, else up to finalize. Where
-    // nothing is known to lead from an input space to a working space, because the latter does not say where it begins, the handle
-    // becomes empty.
+    // A new transform for what is selected; on failure the handle stays as it was. A transform for viewing has no references, and
+    // its exposure and contrast are dynamic: where it is finalized with OPTIMIZER_KEEP_DYNAMIC they can change at any time, else up
+    // to finalize. Where nothing is known to lead from an input space to a working space, because the latter does not say where it
+    // begins, the handle becomes empty.
     virtual TavStatus createTransform(TransformPtr& transform) const = 0;
 };
 

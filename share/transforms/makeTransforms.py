@@ -22,6 +22,7 @@ from transformFile import (
     inverse_table,
     log_to_lin,
     matrix,
+    reference,
     table,
 )
 
@@ -122,6 +123,8 @@ def write_bridges(folder):
 def write_others(folder):
     folder.write("misc/identity.ctf", "Changes nothing", [identity()])
     folder.write("misc/raw.ctf", "The values of the working space as they are", [identity()], tags=("View",), view="Raw")
+    monitor = [reference("graphicsMonitor")]
+    folder.write("display/monitor.ctf", "The monitor that the preferences name", monitor, CIE_XYZ, tags=("View",), view="Monitor")
 
 
 def main(path):

@@ -71,6 +71,10 @@ def inverse_table(rows):
     return _table("InverseLUT1D", rows)
 
 
+def reference(alias):
+    return operator("Reference", [], f" alias={quoteattr(alias)}")
+
+
 def _space(tag, space):
     values = {"ID": space.id, "ShortName": space.name, "ImageState": space.state}
     lines = [f"            <{name}>{escape(value)}</{name}>" for name, value in values.items()]

@@ -1,13 +1,13 @@
 // What templates share: the names of their parameters, their menus, and the loading of pipelines.
 #include "template/templateUtils.h"
 
+#include "transform/referenceOp.h"
 #include "utils/errorMessage.h"
-#include "utils/locations.h"
 #include "utils/preferencesLock.h"
-#include "utils/utils.h"
 #include "xml/catalogManagerInstance.h"
 #include "xml/fileIOManager.h"
 #include "xml/preferencesInstance.h"
+#include "xml/xmlTransformResolver.h"
 
 #include <boost/filesystem/path.hpp>
 
@@ -21,11 +21,6 @@ using boost::filesystem::path;
 using Color::ViewingPipelineStage;
 using Color::Xml::Impl::CatalogManagerInstance;
 using Color::Xml::Impl::PreferencesInstance;
-
-std::string getSharedPath()
-{
-    return PreferencesInstance::getInstance().getPreferences()->getSharedPath();
-}
 
 std::string findAliasFullPath(std::string const& alias)
 {
@@ -66,21 +61,13 @@ Color::CatalogManager const& getCatalogs()
 
 std::string getAliasFullPath(std::string const& alias, Color::ReferenceTable::AliasInfo const& aliasInfo)
 {
-    std::string const& file = aliasInfo.getPath();
-    if (path(file).has_root_path())
+    if (aliasInfo.getBasePath() == Tavrin::BASE_PATH_NONE && !path(aliasInfo.getPath()).has_root_path())
     {
-        return file;
+        throw Color::failure(Color::ErrorIds::kTemplateReferenceBasePath, Color::Module::kTemplate, alias);
     }
-    switch (aliasInfo.getBasePath())
-    {
-    case Tavrin::BASE_PATH_VENDOR:
-        return (path(Color::Utils::getSystemColorTransformPath()) / file).string();
-    case Tavrin::BASE_PATH_SHARED:
-        return (path(getSharedPath()) / file).string();
-    case Tavrin::BASE_PATH_NONE:
-        break;
-    }
-    throw Color::failure(Color::ErrorIds::kTemplateReferenceBasePath, Color::Module::kTemplate, alias);
+    Color::ReferenceOp file;
+    file.setPath(aliasInfo.getPath(), aliasInfo.getBasePath());
+    return Color::TransformUtils::resolvePath(file, std::string());
 }
 
 std::shared_ptr<Color::Transform> loadPipeline(Color::ViewingPipeline const& pipeline)

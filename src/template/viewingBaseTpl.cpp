@@ -2,6 +2,7 @@
 #include "template/viewingBaseTpl.h"
 
 #include "transform/exposureContrastOp.h"
+#include "xml/xmlTransformResolver.h"
 
 namespace TemplateNS
 {
@@ -14,6 +15,22 @@ using Color::Transform;
 
 namespace
 {
+
+// The transform with operators in place of its references; the given one stays as it is.
+std::shared_ptr<Transform> withoutReferences(std::shared_ptr<Transform> const& transform)
+{
+    if (!transform->hasReferences())
+    {
+        return transform;
+    }
+    std::shared_ptr<Transform> resolved = transform;
+    if (transform->hasUnresolvedReferences())
+    {
+        resolved = transform->clone(Transform::CloneType::Plain);
+        Color::TransformUtils::resolve(std::string(), Tavrin::RESOLVE_GRAPHICS_MONITOR, resolved);
+    }
+    return resolved->clone(Transform::CloneType::Flat);
+}
 
 // Whether an operator for exposure and contrast has this property.
 bool hasDynamicProperty(OpList const& ops, DynamicProperty::Ids id)
@@ -61,7 +78,7 @@ void ensureDynamicContrast(OpList& ops)
 
 std::shared_ptr<Transform> ViewingBaseTpl::createTransform() const
 {
-    std::shared_ptr<Transform> const transform = _createTransform();
+    std::shared_ptr<Transform> const transform = withoutReferences(_createTransform());
     ensureDynamicExposure(transform->getOps());
     ensureDynamicContrast(transform->getOps());
     return transform;

@@ -9,7 +9,7 @@ namespace TemplateNS
 {
 
 // Every transform for viewing takes an exposure where it begins, in the light of the scene, and a contrast where it ends, while it
-// renders.
+// renders; and it has no references, so that it stays what it was when it was made.
 class ViewingBaseTpl : public BaseTpl
 {
 public:

@@ -1,6 +1,7 @@
 # Installs the build into a temporary folder, moves it, and builds and runs examples/quickStart against it as a stranger would:
 # once through find_package, once through pkg-config, both as C++14; and examples/drawing, where the adaptor for OpenGL was built.
-# What is installed must name no dependency of ours.
+# What is installed must name no dependency of ours. The program must find the transforms that were installed with it, before and
+# after the move.
 #
 #   installedPackage.py ROOT BUILD CMAKE COMPILER
 
@@ -15,6 +16,9 @@ from faults import finish
 
 # Half of 0.25, 0.5 and 1 plus 0.1, as the example's matrix and offsets say; alpha passes.
 EXPECTED = "0.225 0.350 0.600 1.000\n"
+
+# What the environment may tell the program of other places.
+OVERRIDES = ["SYSTEM_TRANSFORM_LOCATION", "CONFIG_PATH", "SHARED_PATH"]
 
 # Words of build settings that a user of the package must not need.
 DEPENDENCIES = re.compile(r"boost|expat|imath|hwy|highway|pugixml|lcms|opencolorio|tavrinObjects|find_dependency", re.IGNORECASE)
@@ -65,12 +69,23 @@ def dependency_faults(prefix):
                 yield f"{file.name}:{number}: {line}"
 
 
+def program_faults(prefix):
+    program = prefix / "bin/tavrin"
+    if program.exists():
+        menus = run(program, "templates", **{f"TAVRIN_OVERRIDE_{name}": "" for name in OVERRIDES})
+        if "  ACEScg\n" not in menus:
+            yield f"{program}: the menus are {menus!r}"
+
+
 with tempfile.TemporaryDirectory() as temporary:
     temporary = pathlib.Path(temporary).resolve()
     run(cmake, "--install", build, "--prefix", temporary / "installed")
+    faults = list(program_faults(temporary / "installed"))
     prefix = (temporary / "installed").rename(temporary / "moved")
+    # The catalog tells where the transforms were.
+    (prefix / "share/tavrin/norv_catalog.cat").unlink(missing_ok=True)
 
-    faults = list(dependency_faults(prefix))
+    faults += [*program_faults(prefix), *dependency_faults(prefix)]
     ways = [through_find_package, through_pkg_config]
     if list(prefix.rglob("TavrinGLTargets.cmake")):
         ways.append(drawn_with_the_component)

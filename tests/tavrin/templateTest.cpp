@@ -112,7 +112,7 @@ TEST_F(NativeTemplate, OffersTheInstalledSpacesAndViews)
     std::vector<std::string> const workingSpaces = {"ACES2065-1", "ACEScg", "Display P3", "HD video", "Linear Rec. 709", "sRGB"};
     EXPECT_EQ(valuesOf(in, "working_space"), workingSpaces);
     EXPECT_EQ(valuesOf(out, "working_space"), workingSpaces);
-    EXPECT_THAT(valuesOf(out, "view_transform"), ElementsAre("Display P3", "HD video", "Log", "Raw", "sRGB"));
+    EXPECT_THAT(valuesOf(out, "view_transform"), ElementsAre("Display P3", "HD video", "Log", "Monitor", "Raw", "sRGB"));
 }
 
 TEST_F(NativeTemplate, ConnectsEverythingThatItOffers)
@@ -222,6 +222,7 @@ TEST_F(NativeTemplate, LeadsFromASceneThroughTheBridgeToADisplay)
     // The tone curve gives a mid-grey of 0.18 the light 0.12.
     expectGrey(grey(viewing("ACEScg", "sRGB"), 0.18), srgbEncode(0.12), kPowersError);
     expectGrey(grey(viewing("Linear Rec. 709", "HD video"), 0.18), std::pow(0.12, 1.0 / 2.4), kPowersError);
+    expectGrey(grey(viewing("ACES2065-1", "Monitor"), 16.0), 1.0, kPowersError);
 }
 
 TEST_F(NativeTemplate, LeadsFromOneDisplayToAnotherWithoutABridge)
@@ -251,6 +252,19 @@ TEST_F(NativeTemplate, TellsWhereItsLastStageLeads)
     EXPECT_STREQ(viewing("ACEScg", "sRGB")->getInputDescriptor(), "ACEScg");
     EXPECT_STREQ(viewing("ACEScg", "sRGB")->getOutputDescriptor(), "sRGB");
     EXPECT_STREQ(input("sRGB", "ACEScg")->getOutputDescriptor(), "ACEScg");
+}
+
+TEST_F(NativeTemplate, ShowsTheMonitorThatThePreferencesNameAtTheTime)
+{
+    TransformPtr const before = viewing("ACEScg", "Monitor");
+    EXPECT_EQ(told(addAliasInPreferences("graphicsMonitor", "display/broadcast/CIE-XYZ_to_HD-video.ctf", BASE_PATH_VENDOR)), kGood);
+    EXPECT_EQ(grey(viewing("ACEScg", "Monitor"), 0.18), grey(viewing("ACEScg", "HD video"), 0.18));
+    EXPECT_EQ(grey(before, 0.18), grey(viewing("ACEScg", "sRGB"), 0.18));
+}
+
+TEST_F(NativeTemplate, ViewsHaveNoReferences)
+{
+    EXPECT_FALSE(viewing("ACEScg", "Monitor")->hasReferences());
 }
 
 TEST_F(NativeTemplate, ViewsTakeExposureWhileTheyRender)

@@ -1,9 +1,13 @@
-// What every transform for viewing gets: an exposure where it begins, a contrast where it ends.
+// What every transform for viewing gets: no references, an exposure where it begins, a contrast where it ends.
 #include "template/viewingBaseTpl.h"
+#include "support/catalogTransforms.h"
 #include "support/failure.h"
+#include "support/ownPreferences.h"
 #include "template/stockViewingTpl.h"
 #include "transform/exposureContrastOp.h"
 #include "transform/matrixOp.h"
+#include "transform/referenceOp.h"
+#include "xml/preferencesInstance.h"
 
 #include <gtest/gtest.h>
 
@@ -97,6 +101,27 @@ TEST(ViewingTemplate, KeepsWhatASignalOfTheFirstOperatorsDepthMeans)
     transform->validate();
     EXPECT_EQ(transform->getInputBitDepth(), Tavrin::BIT_DEPTH_32f);
     EXPECT_EQ(transform->getOutputBitDepth(), Tavrin::BIT_DEPTH_32f);
+}
+
+using ViewingTemplateWithReferences = OwnPreferencesTest;
+
+TEST_F(ViewingTemplateWithReferences, HasTheirOperatorsInstead)
+{
+    std::string const file = CatalogTest::writeFile(m_folder.path() / "a.ctf", CatalogTest::transformFile({}, 2.0));
+    auto const reference = [&] {
+        return new Color::ReferenceOp(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, "id", "name", {}, file, Tavrin::BASE_PATH_NONE);
+    };
+    std::shared_ptr<Color::Transform> const referring = transformOf({reference(), reference()});
+    EXPECT_EQ(typesAfter(referring), (Types{kExposureContrast, kMatrix, kMatrix, kExposureContrast}));
+    EXPECT_TRUE(referring->hasUnresolvedReferences()) << "the template's own transform was changed";
+}
+
+TEST_F(ViewingTemplateWithReferences, TakesOperatorsThatAReferenceHasAlready)
+{
+    auto* const reference = new Color::ReferenceOp;
+    reference->setPath("/nowhere.ctf", Tavrin::BASE_PATH_NONE);
+    reference->setResolvedOps(transformOf({exposureContrast(true, true)})->getOps());
+    EXPECT_EQ(typesAfter(transformOf({reference})), Types{kExposureContrast});
 }
 
 TEST(StockTemplate, ConsultsNoSelection)

@@ -91,6 +91,7 @@ TEST_F(Templates, AreListed)
                            "  Display P3\n"
                            "  HD video\n"
                            "  Log\n"
+                           "  Monitor\n"
                            "  Raw\n"
                            "  sRGB\n");
 }

@@ -4,6 +4,7 @@
 #include "support/failure.h"
 #include "support/logCapture.h"
 #include "support/ownPreferences.h"
+#include "support/scopedUser.h"
 
 #include <gmock/gmock.h>
 
@@ -120,10 +121,11 @@ TEST_F(CatalogsOfTheProcess, AReloadThatFailsLeavesWhatIsLoaded)
 class UnusableSharedFolder : public CatalogsOfTheProcess
 {
 protected:
+    UnusableSharedFolder() { write(systemTransforms(), "installed"); }
+
     // What is installed works all the same, and one line says why nothing is shared.
     void expectOneLine(std::string const& reason) const
     {
-        write(systemTransforms(), "installed");
         LogCapture const log;
         EXPECT_THAT(inputSpaces(), ElementsAre("installed"));
         EXPECT_THAT(warnings(log), ElementsAre("Unable to build or load catalog from Shared directory: " + reason));
@@ -141,6 +143,19 @@ TEST_F(UnusableSharedFolder, ThatIsAFile)
     std::filesystem::remove_all(shared());
     writeFile(shared(), "file");
     expectOneLine("Directory not found: " + shared());
+}
+
+TEST_F(UnusableSharedFolder, ThatNobodyMayRead)
+{
+    writeFile(configFile(), "<TavrinConfig version='1.0'/>");
+    std::filesystem::permissions(m_folder.path(), std::filesystem::perms::all);
+    std::filesystem::permissions(systemPath(), std::filesystem::perms::all);
+    std::filesystem::permissions(shared(), std::filesystem::perms::none);
+    {
+        ScopedUser const user;
+        expectOneLine("Illegal catalog filename: " + shared() + "/shared_catalog.cat");
+    }
+    std::filesystem::permissions(shared(), std::filesystem::perms::all);
 }
 
 TEST_F(UnusableSharedFolder, WhoseCatalogCannotBeWritten)
