@@ -1,8 +1,10 @@
 // The pixel engine's loops over lines and blocks.
 #include "renderer/CPUSelector.h"
 
+#include "renderer/CPULut1DOp.h"
 #include "renderer/CPUMatrixOp.h"
 #include "renderer/kernelsArithmetic.h"
+#include "renderer/kernelsBytes.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -133,6 +135,30 @@ Lut1DParameters const* getDirectEntries(TransformProcessor const& renderers, Pix
     return renderers[0].getDirectEntries(Color::Utils::depthOf(out));
 }
 
+// Lines from 8 bits to 8 bits by way of entries alone, on targets that have a function for them. Alpha needs no scale then.
+class ByteLines
+{
+public:
+    ByteLines(PixelFormat in, PixelFormat out, bool streams)
+        : m_function(_isOfBytes(in) && _isOfBytes(out) ? getByteLineFunction() : nullptr), m_layouts(in, out), m_streams(streams)
+    {
+    }
+
+    explicit operator bool() const { return m_function != nullptr; }
+
+    void render(Lut1DParameters const& entries, std::uint8_t const* source, std::uint8_t* destination, unsigned int count) const
+    {
+        m_function(m_layouts, entries.table, source, destination, count, m_streams);
+    }
+
+private:
+    static bool _isOfBytes(PixelFormat format) { return Color::Utils::depthOf(format) == Tavrin::BIT_DEPTH_8i; }
+
+    ByteLineFunction m_function;
+    ByteLayouts m_layouts;
+    bool m_streams;
+};
+
 } // namespace
 
 CPUEngine::CPUEngine(PixelFormat in, PixelFormat out)
@@ -150,6 +176,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
     BypassScales const bypassScales(m_in, m_out);
     bool const streams = wantsStreaming(source, destination, roi);
     StoreFunction const store = streams ? m_destination.stream : m_destination.store;
+    ByteLines const byteLines(m_in, m_out, streams);
     EntryStoreFunction const storeEntries = streams ? m_destination.streamEntries : m_destination.storeEntries;
 
     Block block;
@@ -157,6 +184,11 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
     for (unsigned int line = 0; line < roi.height; ++line)
     {
         Lut1DParameters const* const entries = getDirectEntries(renderers, m_out);
+        if (entries != nullptr && byteLines)
+        {
+            byteLines.render(*entries, source.line(line), destination.line(line), roi.width);
+            continue;
+        }
         bool const takesCodes = entries != nullptr || prepareLine(renderers, bypassScales, running);
         LoadFunction const load = takesCodes ? m_source.loadCodes : m_source.load;
         for (unsigned int x = 0; x < roi.width; x += Block::kPixels)

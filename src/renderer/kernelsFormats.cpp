@@ -12,6 +12,8 @@
 #include "renderer/gather-inl.h"
 #include "renderer/halfFloat-inl.h"
 #include "renderer/kernelsFormats.h"
+#include "renderer/limit-inl.h"
+#include "renderer/pixelLayout.h"
 #include "renderer/transpose-inl.h"
 #include "renderer/truncate-inl.h"
 #include "utils/errorMessage.h"
@@ -25,52 +27,6 @@
 #define TAVRIN_RENDERER_KERNELS_FORMATS_CPP_ONCE
 namespace Rendering
 {
-
-// The order of channels in memory.
-enum class Layout
-{
-    RGB,
-    RGBA,
-    BGR,
-    BGRA,
-    ABGR
-};
-
-// Where red, green, blue and alpha stand among the channels; -1 for none.
-struct ChannelOrder
-{
-    int red;
-    int green;
-    int blue;
-    int alpha;
-};
-
-constexpr ChannelOrder orderOf(Layout layout)
-{
-    switch (layout)
-    {
-    case Layout::RGB:
-        return {0, 1, 2, -1};
-    case Layout::RGBA:
-        return {0, 1, 2, 3};
-    case Layout::BGR:
-        return {2, 1, 0, -1};
-    case Layout::BGRA:
-        return {2, 1, 0, 3};
-    case Layout::ABGR:
-        return {3, 2, 1, 0};
-    }
-    return {};
-}
-
-constexpr bool hasAlpha(Layout layout)
-{
-    return orderOf(layout).alpha >= 0;
-}
-constexpr unsigned int channelsOf(Layout layout)
-{
-    return hasAlpha(layout) ? 4 : 3;
-}
 
 struct FormatTable
 {
@@ -154,6 +110,14 @@ HWY_INLINE void StoreFourFloats(Channels const& c, float* p)
 
 // ---------------------------------------------------------------- elements
 
+// Whether codes below 0 become 0 where bytes are stored, as 32-bit integers are packed.
+#undef TAVRIN_STORES_SATURATE
+#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
+#define TAVRIN_STORES_SATURATE 1
+#else
+#define TAVRIN_STORES_SATURATE 0
+#endif
+
 // Unsigned integers of 8 or 16 bits; kMax is the depth's highest code.
 template <class T, unsigned int kMax>
 struct IntegerElement
@@ -168,7 +132,12 @@ struct IntegerElement
     {
         const D d;
         const V rounded = hn::Add(value, hn::Set(d, 0.5F));
-        return hn::BitCast(DU(), TruncateInRange(d, ClampToCodes(d, rounded, hn::Set(d, static_cast<float>(kMax)))));
+        const V maximum = hn::Set(d, static_cast<float>(kMax));
+        // Stores of bytes saturate: what comes out below 0 here, a NaN too, is stored as 0.
+        if constexpr (TAVRIN_STORES_SATURATE && sizeof(T) == 1)
+            return hn::BitCast(DU(), TruncateInRange(d, AtMost(maximum, rounded)));
+        else
+            return hn::BitCast(DU(), TruncateInRange(d, ClampToCodes(d, rounded, maximum)));
     }
 };
 
@@ -231,12 +200,39 @@ HWY_INLINE CodeChannels LoadCodes4(const std::uint8_t* p)
             hn::ShiftRight<24>(pixel)};
 }
 
+#if TAVRIN_STORES_SATURATE
+
+template <bool kStream>
+HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint8_t* p)
+{
+    const DI di;
+    const hn::Repartition<std::int16_t, D> di16;
+    const hn::Repartition<std::uint8_t, D> du8;
+    // In each block of 128 bits: four of one channel, four of the next.
+    const auto c01 = hn::ReorderDemote2To(di16, hn::BitCast(di, c.c0), hn::BitCast(di, c.c1));
+    const auto c23 = hn::ReorderDemote2To(di16, hn::BitCast(di, c.c2), hn::BitCast(di, c.c3));
+#if HWY_TARGET == HWY_AVX3
+    const auto channels = hn::VFromD<decltype(du8)>{_mm512_packus_epi16(c01.raw, c23.raw)};
+#elif HWY_TARGET == HWY_AVX2
+    const auto channels = hn::VFromD<decltype(du8)>{_mm256_packus_epi16(c01.raw, c23.raw)};
+#else
+    const auto channels = hn::VFromD<decltype(du8)>{_mm_packus_epi16(c01.raw, c23.raw)};
+#endif
+    HWY_ALIGN static constexpr std::uint8_t kPixels[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
+    const auto pixels = hn::TableLookupBytes(channels, hn::LoadDup128(du8, kPixels));
+    StoreVector<kStream>(hn::BitCast(D(), pixels), reinterpret_cast<float*>(p));
+}
+
+#else
+
 template <bool kStream>
 HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint8_t* p)
 {
     const VU pixel = hn::Or(hn::Or(c.c0, hn::ShiftLeft<8>(c.c1)), hn::Or(hn::ShiftLeft<16>(c.c2), hn::ShiftLeft<24>(c.c3)));
     StoreVector<kStream>(hn::BitCast(D(), pixel), reinterpret_cast<float*>(p));
 }
+
+#endif
 
 // Eight bytes a pixel: two 32-bit lanes, each of two elements.
 HWY_INLINE CodeChannels LoadCodes4(const std::uint16_t* p)

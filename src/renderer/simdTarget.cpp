@@ -1,4 +1,5 @@
 // Picks the instruction set once, from the processor and the environment.
+#define TAVRIN_SIMD_WITH_VBMI
 #include "renderer/simdTargets-inl.h"
 
 #include "renderer/simdTarget.h"
@@ -26,10 +27,11 @@ struct TargetEntry
     long long bit;
 };
 
-constexpr std::array<TargetEntry, 5> kTargets = {{{SimdTarget::Scalar, "scalar", HWY_SCALAR},
+constexpr std::array<TargetEntry, 6> kTargets = {{{SimdTarget::Scalar, "scalar", HWY_SCALAR},
                                                   {SimdTarget::Sse4, "sse4", HWY_SSE4},
                                                   {SimdTarget::Avx2, "avx2", HWY_AVX2},
                                                   {SimdTarget::Avx512, "avx512", HWY_AVX3},
+                                                  {SimdTarget::Avx512Vbmi, "avx512vbmi", HWY_AVX3_DL},
                                                   {SimdTarget::Neon, "neon", HWY_NEON}}};
 
 bool isSupported(SimdTarget target)

@@ -14,10 +14,11 @@ enum class SimdTarget
     Sse4,
     Avx2,
     Avx512,
+    Avx512Vbmi,
     Neon
 };
 
-// The word for a target in the environment: "scalar", "sse4", "avx2", "avx512", "neon".
+// The word for a target in the environment: "scalar", "sse4", "avx2", "avx512", "avx512vbmi", "neon".
 char const* getSimdTargetName(SimdTarget target);
 
 // What this build holds and this processor can run, slowest first.
@@ -48,6 +49,7 @@ struct PerTarget
     T const* sse4 = nullptr;
     T const* avx2 = nullptr;
     T const* avx512 = nullptr;
+    T const* avx512Vbmi = nullptr;
     T const* neon = nullptr;
 
     T const* operator[](SimdTarget target) const
@@ -62,6 +64,8 @@ struct PerTarget
             return avx2;
         case SimdTarget::Avx512:
             return avx512;
+        case SimdTarget::Avx512Vbmi:
+            return avx512Vbmi;
         case SimdTarget::Neon:
             return neon;
         }

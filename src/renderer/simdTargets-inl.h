@@ -6,12 +6,18 @@
 #define HWY_BROKEN_EMU128 1
 #define HWY_COMPILE_ALL_ATTAINABLE 1
 // These bring nothing that the targets beside them do not have, and each target costs compile time.
-#define HWY_DISABLED_TARGETS (HWY_SSSE3 | HWY_AVX3_DL | HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
+#define HWY_DISABLED_TARGETS (HWY_SSSE3 | HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
+// A file that has something of its own for AVX-512 with VBMI defines TAVRIN_SIMD_WITH_VBMI first; what other files have for AVX-512
+// serves both.
+#ifdef TAVRIN_SIMD_WITH_VBMI
+#define HWY_WANT_AVX3_DL
+#endif
 
 // TAVRIN_PER_TARGET(name): a PerTarget with the address of the object 'name' in the namespace of each target that is built.
-#define TAVRIN_PER_TARGET(name)                                                                                          \
-    {                                                                                                                    \
-        TAVRIN_OF_SCALAR(name), TAVRIN_OF_SSE4(name), TAVRIN_OF_AVX2(name), TAVRIN_OF_AVX512(name), TAVRIN_OF_NEON(name) \
+#define TAVRIN_PER_TARGET(name)                                                                                                  \
+    {                                                                                                                            \
+        TAVRIN_OF_SCALAR(name), TAVRIN_OF_SSE4(name), TAVRIN_OF_AVX2(name), TAVRIN_OF_AVX512(name), TAVRIN_OF_AVX512_VBMI(name), \
+            TAVRIN_OF_NEON(name)                                                                                                 \
     }
 
 #include <hwy/detect_targets.h>
@@ -35,6 +41,11 @@
 #define TAVRIN_OF_AVX512(name) &N_AVX3::name
 #else
 #define TAVRIN_OF_AVX512(name) nullptr
+#endif
+#if HWY_TARGETS & HWY_AVX3_DL
+#define TAVRIN_OF_AVX512_VBMI(name) &N_AVX3_DL::name
+#else
+#define TAVRIN_OF_AVX512_VBMI(name) TAVRIN_OF_AVX512(name)
 #endif
 #if HWY_TARGETS & HWY_NEON
 #define TAVRIN_OF_NEON(name) &N_NEON::name
