@@ -23,16 +23,14 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // Rows are reckoned by one of three rules; each gives the table's value for a vector of inputs.
 
-// The input is a code, as an integer in the place of the float: that of an integer format, or the bit pattern of a half. Codes
-// beyond the table, which 16-bit words of 10 and 12-bit formats may hold, take its last row.
+// The input is a code, as an integer in the place of the float: that of an integer format, or the bit pattern of a half.
 template <class Entry>
 struct LookUp : Lut1DParameters
 {
     template <class D, class V>
     HWY_INLINE V Value(D d, void const* entries, V code) const
     {
-        const hn::RebindToSigned<D> di;
-        return Gather<Entry>(d, entries, hn::Min(hn::BitCast(di, code), hn::Set(di, static_cast<std::int32_t>(maxIndex))));
+        return Gather<Entry>(d, entries, RowsOfCodes(d, code, maxIndex));
     }
 };
 

@@ -158,6 +158,15 @@ HWY_INLINE hn::VFromD<D> Gather(D d, void const* entries, hn::VFromD<hn::RebindT
         return hn::ConvertTo(d, hn::BitCast(hn::RebindToSigned<D>(), bits));
 }
 
+// Codes, as integers in the places of the floats, as rows. Codes beyond the table, which 16-bit words of 10 and 12-bit formats may
+// hold, take its last row; so does whatever an unused lane holds.
+template <class D>
+HWY_INLINE hn::VFromD<hn::RebindToSigned<D>> RowsOfCodes(D, hn::VFromD<D> codes, float lastRow)
+{
+    const hn::RebindToUnsigned<D> du;
+    return hn::BitCast(hn::RebindToSigned<D>(), hn::Min(hn::BitCast(du, codes), hn::Set(du, static_cast<std::uint32_t>(lastRow))));
+}
+
 // The entries of the rows and of the rows behind them; both come with one access.
 template <class D, class V>
 HWY_INLINE void GatherNeighbours(D d, float const* entries, hn::VFromD<hn::RebindToSigned<D>> rows, V& entry, V& next)

@@ -628,10 +628,7 @@ private:
 class EntriesOfBlock
 {
 public:
-    HWY_INLINE EntriesOfBlock(Lut1DParameters const& tables, Block const& block)
-        : m_tables(tables), m_block(block), m_lastRow(hn::Set(DI(), static_cast<std::int32_t>(tables.maxIndex)))
-    {
-    }
+    HWY_INLINE EntriesOfBlock(Lut1DParameters const& tables, Block const& block) : m_tables(tables), m_block(block) {}
 
     template <class Format, bool kStream>
     HWY_INLINE void StoreVector(unsigned int at, std::uint8_t* p) const
@@ -648,13 +645,11 @@ private:
     HWY_INLINE VU Entries(int channel, const float* codes) const
     {
         const D d;
-        const VI row = hn::Min(hn::BitCast(DI(), hn::LoadU(d, codes)), m_lastRow);
-        return GatherBits<T>(d, m_tables.table[channel], row);
+        return GatherBits<T>(d, m_tables.table[channel], RowsOfCodes(d, hn::LoadU(d, codes), m_tables.maxIndex));
     }
 
     Lut1DParameters const& m_tables;
     Block const& m_block;
-    VI m_lastRow;
 };
 
 // Asks for the source of as many pixels as a vector holds.
