@@ -250,9 +250,9 @@ public:
     LineKernel prepareLine(LineParameters&) const override { return {m_function, &m_parameters}; }
     bool takesCodes() const override { return m_rule == RowRule::LookUp; }
 
-    Lut1DParameters const* getDirectEntries(BitDepth output) const override
+    Lut1DParameters const* getDirectEntries(BitDepth input, BitDepth output) const override
     {
-        return takesCodes() && !m_isHueAdjusted && output == m_outputDepth ? &m_parameters : nullptr;
+        return takesCodes() && !m_isHueAdjusted && input == m_inputDepth && output == m_outputDepth ? &m_parameters : nullptr;
     }
 
 private:

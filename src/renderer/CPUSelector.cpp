@@ -128,11 +128,11 @@ bool prepareLine(TransformProcessor const& renderers, BypassScales const& bypass
 }
 
 // The tables of a lone renderer whose entries are all that the next line needs.
-Lut1DParameters const* getDirectEntries(TransformProcessor const& renderers, PixelFormat out)
+Lut1DParameters const* getDirectEntries(TransformProcessor const& renderers, PixelFormat in, PixelFormat out)
 {
     if (renderers.size() != 1 || renderers[0].isBypassed())
         return nullptr;
-    return renderers[0].getDirectEntries(Color::Utils::depthOf(out));
+    return renderers[0].getDirectEntries(Color::Utils::depthOf(in), Color::Utils::depthOf(out));
 }
 
 // Lines from 8 bits to 8 bits by way of entries alone, on targets that have a function for them. Alpha needs no scale then.
@@ -183,7 +183,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
     RunningRenderers running(renderers.size(), boost::container::default_init);
     for (unsigned int line = 0; line < roi.height; ++line)
     {
-        Lut1DParameters const* const entries = getDirectEntries(renderers, m_out);
+        Lut1DParameters const* const entries = getDirectEntries(renderers, m_in, m_out);
         if (entries != nullptr && byteLines)
         {
             byteLines.render(*entries, source.line(line), destination.line(line), roi.width);

@@ -22,7 +22,7 @@ bool VirtualRenderer::takesCodes() const
     return false;
 }
 
-Lut1DParameters const* VirtualRenderer::getDirectEntries(Tavrin::BitDepth) const
+Lut1DParameters const* VirtualRenderer::getDirectEntries(Tavrin::BitDepth, Tavrin::BitDepth) const
 {
     return nullptr;
 }

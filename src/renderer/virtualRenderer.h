@@ -68,9 +68,10 @@ public:
     // Whether colours are wanted as codes, as a table that they index does, and not as values. Only the first renderer is asked.
     virtual bool takesCodes() const;
 
-    // The tables of a renderer that takes codes, if their entries are just what pixels of the depth store. When it is the only one,
-    // they go straight from the tables into the destination, and its kernel has nothing to do. Null if there are none.
-    virtual Lut1DParameters const* getDirectEntries(Tavrin::BitDepth output) const;
+    // Tables with a row for every code of the one depth, if their entries are just what pixels of the other store. When the
+    // renderer is the only one, they go straight from the tables into the destination, and its kernel has nothing to do. Null if
+    // there are none.
+    virtual Lut1DParameters const* getDirectEntries(Tavrin::BitDepth input, Tavrin::BitDepth output) const;
 
     // Whether the next line is only to change its depth.
     bool isBypassed() const { return m_bypass->getValue(); }

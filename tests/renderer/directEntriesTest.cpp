@@ -6,11 +6,13 @@
 #include "renderer/CPUSelector.h"
 #include "renderer/opRenderers.h"
 #include "transform/lut1DOp.h"
+#include "transform/matrixOp.h"
 #include "utils/utils.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 
 using namespace RendererHarness;
 using Color::Lut1DOp;
@@ -85,7 +87,7 @@ TEST_P(DirectEntries, AreTheBytesThatTheWayThroughValuesGivesForEveryPairOfForma
             {
                 Rendering::TransformProcessor direct;
                 Rendering::Lut1DRenderer::addAlgorithm(op, direct);
-                ASSERT_NE(nullptr, direct[0].getDirectEntries(outDepth));
+                ASSERT_NE(nullptr, direct[0].getDirectEntries(inDepth, outDepth));
                 Rendering::TransformProcessor throughValues;
                 throughValues.append(std::make_unique<WithoutDirectEntries>(op, direct[0]));
                 for (PixelFormat from : formatsOfDepth(inDepth))
@@ -104,19 +106,45 @@ INSTANTIATE_TEST_SUITE_P(EveryDepthOfCodes, DirectEntries,
                          testing::Values(Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i, Tavrin::BIT_DEPTH_12i, Tavrin::BIT_DEPTH_16i,
                                          Tavrin::BIT_DEPTH_16f));
 
-TEST(DirectEntries, ThereAreNoneForValuesForHueAdjustAndForOtherDepthsThanTheTables)
+TEST(DirectEntries, AreOnlyForTheDepthsOfTheTableAndNeitherForValuesNorForHueAdjust)
 {
-    auto const entriesOf = [](Lut1DOp const& op, BitDepth output)
+    auto const entriesOf = [](Lut1DOp const& op, BitDepth input, BitDepth output)
     {
         Rendering::TransformProcessor processor;
         Rendering::Lut1DRenderer::addAlgorithm(op, processor);
-        return processor[0].getDirectEntries(output);
+        return processor[0].getDirectEntries(input, output);
     };
     Lut1DOp op = threeCurves(Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i);
-    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_16i));
+    EXPECT_NE(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i));
+    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_16i));
+    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_10i, Tavrin::BIT_DEPTH_10i));
     op.setHueAdjust(Lut1DOp::HueAdjust::Dw3);
-    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_10i));
-    EXPECT_EQ(nullptr, entriesOf(threeCurves(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_10i), Tavrin::BIT_DEPTH_10i));
+    EXPECT_EQ(nullptr, entriesOf(op, Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_10i));
+    EXPECT_EQ(nullptr,
+              entriesOf(threeCurves(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_10i), Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_10i));
+}
+
+TEST(DirectEntries, OfAScaleBetweenBytesAreTheBytesThatItsArithmeticGives)
+{
+    Color::MatrixOp op(Tavrin::BIT_DEPTH_8i, Tavrin::BIT_DEPTH_8i, "", "", Color::Descriptions());
+    for (unsigned int channel = 0; channel < 3; ++channel)
+        op.setArrayValue(5 * channel, std::array{1.3F, 0.7F, -0.5F}[channel]);
+    for (PixelFormat from : formatsOfDepth(Tavrin::BIT_DEPTH_8i))
+    {
+        std::vector<unsigned char> const source = PixelModel::randomBytes(kCount * PixelModel::pixelBytes(from), from);
+        for (PixelFormat to : formatsOfDepth(Tavrin::BIT_DEPTH_8i))
+        {
+            std::vector<unsigned char> reference; // The scalar target comes first and has no tables.
+            forEveryTarget(
+                [&]
+                {
+                    std::vector<unsigned char> const out = renderAs<unsigned char, unsigned char>(op, from, to, source, kCount);
+                    if (reference.empty())
+                        reference = out;
+                    ASSERT_EQ(reference, out) << Tavrin::pfToStr(from) << " to " << Tavrin::pfToStr(to);
+                });
+        }
+    }
 }
 
 TEST(DirectEntries, StandAsideForABypass)

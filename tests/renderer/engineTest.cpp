@@ -116,6 +116,13 @@ TEST(Engine, ATransformWithoutOperatorsKeepsCodeValuesAsNumbers)
     float out[4];
     renderer.apply(in, out, ROI(0, 0, 1, 1), 0, 0);
     EXPECT_THAT(out, ElementsAre(1.0F, 128.0F, 255.0F, 255.0F));
+
+    // The one renderer is a scale between bytes; the pixels need not be.
+    float const values[4] = {1.0F, 2.6F, 300.0F, 7.0F};
+    unsigned char codes[4];
+    rendererOf(std::make_shared<Color::Transform>(), Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_8i)
+        .apply(values, codes, ROI(0, 0, 1, 1), 0, 0);
+    EXPECT_THAT(codes, ElementsAre(1, 3, 255, 7));
 }
 
 TEST(Engine, AnIdentityRendersThroughOneScale)
