@@ -1,5 +1,6 @@
 // Keeps every test program off the machine's own folders: a test that needs preferences says where they are.
 #include <cstdlib>
+#include <initializer_list>
 
 namespace
 {

@@ -24,6 +24,7 @@ extern const Command chartCommand;
 extern const Command convertCommand;
 extern const Command formatsCommand;
 extern const Command infoCommand;
+extern const Command prefsCommand;
 extern const Command shaderCommand;
 extern const Command templatesCommand;
 

@@ -20,8 +20,8 @@ namespace Program
 namespace
 {
 
-constexpr const Command* kCommands[] = {&applyCommand, &infoCommand,    &convertCommand,  &shaderCommand,
-                                        &chartCommand, &formatsCommand, &templatesCommand};
+constexpr const Command* kCommands[] = {&applyCommand, &infoCommand,    &convertCommand,   &shaderCommand,
+                                        &chartCommand, &formatsCommand, &templatesCommand, &prefsCommand};
 
 enum ExitStatus : int
 {
