@@ -6,6 +6,8 @@
 #include "renderer/hueKeepingText.h"
 #include "utils/errorMessage.h"
 
+#include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace Rendering

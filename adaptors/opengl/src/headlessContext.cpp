@@ -6,7 +6,9 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace TavrinGL
@@ -38,9 +40,9 @@ std::vector<EGLDisplay> deviceDisplays()
         return {};
     std::vector<EGLDeviceEXT> devices(static_cast<std::size_t>(count));
     queryDevices(count, devices.data(), &count);
-    std::vector<EGLDisplay> displays;
-    for (EGLDeviceEXT device : devices)
-        displays.push_back(eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, device, nullptr));
+    std::vector<EGLDisplay> displays(devices.size());
+    std::transform(devices.begin(), devices.end(), displays.begin(),
+                   [](EGLDeviceEXT device) { return eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, device, nullptr); });
     return displays;
 }
 
@@ -75,10 +77,10 @@ Tavrin::TavStatus HeadlessContext::create(std::unique_ptr<HeadlessContext>& cont
 {
     for (EGLDisplay display : possibleDisplays())
     {
-        EGLContext const made = contextOf(display);
-        if (made == EGL_NO_CONTEXT)
+        auto impl = std::make_unique<Impl>(Impl{display, contextOf(display)});
+        if (impl->context == EGL_NO_CONTEXT)
             continue;
-        std::unique_ptr<HeadlessContext> candidate(new HeadlessContext(std::make_unique<Impl>(Impl{display, made})));
+        std::unique_ptr<HeadlessContext> candidate(new HeadlessContext(std::move(impl)));
         if (candidate->makeCurrent())
         {
             context = std::move(candidate);
