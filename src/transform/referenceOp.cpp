@@ -3,6 +3,7 @@
 
 #include "utils/errorMessage.h"
 #include "utils/nameTable.h"
+#include "utils/preferences.h"
 
 namespace Color
 {
@@ -13,8 +14,8 @@ namespace
 // The alias that stands for another one, by the kind of monitor.
 constexpr char kCurrentMonitor[] = "currentMonitor";
 constexpr Utils::NameTable<Tavrin::ResolveFlags, 2> kMonitors{{{
-    {Tavrin::RESOLVE_GRAPHICS_MONITOR, "graphicsMonitor"},
-    {Tavrin::RESOLVE_BROADCAST_MONITOR, "broadcastMonitor"},
+    {Tavrin::RESOLVE_GRAPHICS_MONITOR, ALIAS_GRAPHICS_MONITOR},
+    {Tavrin::RESOLVE_BROADCAST_MONITOR, ALIAS_BROADCAST_MONITOR},
 }}};
 
 } // namespace
