@@ -22,9 +22,9 @@ Tavrin::TransformPtr matrix(std::array<float, 3> const& offsets)
     return transform;
 }
 
-Tavrin::TransformPtr scale()
+Tavrin::TransformPtr scale(std::array<float, 3> const& factors)
 {
-    float const values[9] = {0.9F, 0, 0, 0, 0.8F, 0, 0, 0, 0.7F};
+    float const values[9] = {factors[0], 0, 0, 0, factors[1], 0, 0, 0, factors[2]};
     float const offsets[3] = {};
     Tavrin::TransformPtr transform;
     Tavrin::CreateMatrixTransform(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, values, offsets, false, transform);
@@ -33,11 +33,7 @@ Tavrin::TransformPtr scale()
 
 Tavrin::TransformPtr identity()
 {
-    float const values[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-    float const offsets[3] = {};
-    Tavrin::TransformPtr transform;
-    Tavrin::CreateMatrixTransform(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, values, offsets, false, transform);
-    return transform;
+    return scale({1, 1, 1});
 }
 
 Tavrin::TransformPtr range()
@@ -66,11 +62,14 @@ void addLinear()
         {
             addRender("linear/matrix", matrix({}), format, format, placement);
             addRender("linear/matrix and offset", matrix({0.1F, 0.05F, -0.1F}), format, format, placement);
-            addRender("linear/scale", scale(), format, format, placement);
+            addRender("linear/scale", scale({0.9F, 0.8F, 0.7F}), format, format, placement);
             addRender("linear/range", range(), format, format, placement);
             addRender("linear/four matrices", fourMatrices(), format, format, placement);
         }
     }
+    for (PixelFormat format : kFormats)
+        addRender("linear/copy", identity(), format, format);
+    addRender("linear/matrix", matrix({}), Tavrin::PF_RGB_32f, Tavrin::PF_RGB_32f);
     addRender("linear/conversion", identity(), Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16f);
     addRender("linear/conversion", identity(), Tavrin::PF_RGB_16i, Tavrin::PF_RGBA_32f);
     addRender("linear/conversion", identity(), Tavrin::PF_RGB_10iP, Tavrin::PF_RGBA_32f);

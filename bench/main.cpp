@@ -19,6 +19,12 @@ void addGrades();
 void addLinear();
 void addLooks();
 void addTables();
+#ifdef TAVRIN_BENCH_FFMPEG
+void addFfmpeg();
+#endif
+#ifdef TAVRIN_BENCH_ZIMG
+void addZimg();
+#endif
 } // namespace Bench
 
 namespace
@@ -108,6 +114,12 @@ int main(int argc, char** argv)
     Bench::addGrades();
     Bench::addLooks();
     Bench::addTables();
+#ifdef TAVRIN_BENCH_FFMPEG
+    Bench::addFfmpeg();
+#endif
+#ifdef TAVRIN_BENCH_ZIMG
+    Bench::addZimg();
+#endif
     Bench::addFinalizes();
     Bench::addFiles();
     TableReporter reporter;

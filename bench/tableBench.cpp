@@ -1,6 +1,7 @@
 // 1D and 3D tables in several depths, the inverse, and the peers that do the same work: Little CMS with a device link of the same
 // table.
 #include "frame.h"
+#include "tables.h"
 
 #include <lcms2.h>
 
@@ -13,30 +14,11 @@
 namespace Bench
 {
 
-namespace
-{
-
-using Tavrin::PixelFormat;
-
-constexpr PixelFormat kFormats[] = {Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_16f, Tavrin::PF_RGBA_32f};
-
 float curve(double x)
 {
     return static_cast<float>(std::pow(x, 1.0 / 2.2));
 }
 
-Tavrin::TransformPtr table1D(unsigned int rows)
-{
-    std::vector<float> column(rows);
-    for (unsigned int i = 0; i < rows; ++i)
-        column[i] = curve(i / (rows - 1.0));
-    Tavrin::TransformPtr transform;
-    Tavrin::Create1DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, rows, column.data(), column.data(),
-                                          column.data(), Tavrin::HALF_FLAGS_NONE, transform);
-    return transform;
-}
-
-// Saturation and a curve: smooth, and different in every channel.
 void lookAt(double r, double g, double b, float* out)
 {
     double const luma = 0.2126 * r + 0.7152 * g + 0.0722 * b;
@@ -62,6 +44,44 @@ std::vector<float> grid(unsigned int points)
         }
     }
     return values;
+}
+
+namespace
+{
+
+using Tavrin::PixelFormat;
+
+constexpr PixelFormat kFormats[] = {Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_16f, Tavrin::PF_RGBA_32f};
+
+// With gain, each column is a curve of its own.
+Tavrin::TransformPtr table1D(unsigned int rows, float gain = 1.0F)
+{
+    std::vector<float> columns[3];
+    for (unsigned int i = 0; i < rows; ++i)
+    {
+        float value = curve(i / (rows - 1.0));
+        for (std::vector<float>& column : columns)
+        {
+            column.push_back(value);
+            value *= gain;
+        }
+    }
+    Tavrin::TransformPtr transform;
+    Tavrin::Create1DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, rows, columns[0].data(), columns[1].data(),
+                                          columns[2].data(), Tavrin::HALF_FLAGS_NONE, transform);
+    return transform;
+}
+
+// A row for every half, as a fast inverse is sampled.
+Tavrin::TransformPtr halfDomain()
+{
+    std::vector<float> column(65536);
+    for (unsigned int i = 0; i < column.size(); ++i)
+        column[i] = static_cast<float>(i) / 65535.0F;
+    Tavrin::TransformPtr transform;
+    Tavrin::Create1DLutTransformFromFloat(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, 65536, column.data(), column.data(),
+                                          column.data(), Tavrin::HALF_FLAGS_INPUT_HALF_DOMAIN, transform);
+    return transform;
 }
 
 std::string numbers(std::vector<float> const& values, unsigned int perLine)
@@ -146,12 +166,14 @@ void addTables()
     {
         for (unsigned int rows : {1024U, 4096U, 65536U})
             addRender("table/1D " + std::to_string(rows), table1D(rows), format, format);
+        addRender("table/1D 4096, three curves", table1D(4096, 0.9F), format, format);
         for (unsigned int points : {17U, 33U, 65U})
         {
             addRender("table/3D " + std::to_string(points) + " tetrahedral", table3D(points, "tetrahedral"), format, format);
             addRender("table/3D " + std::to_string(points) + " trilinear", table3D(points, "trilinear"), format, format);
         }
     }
+    addRender("table/1D half domain, as a fast inverse is", halfDomain(), Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f);
     addRender("table/inverse 1D 4096 exact", inverse1D(4096), Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f);
     addRender("table/inverse 1D 65536 exact", inverse1D(65536), Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f);
     addLittleCms(33, Tavrin::PF_RGBA_8i, TYPE_RGBA_8);
