@@ -42,6 +42,7 @@ inline constexpr char const* kXmlWriter = "COLOR:XML:WRITER";
 inline constexpr char const* kFileReader = "COLOR:XML:IO_READER";
 inline constexpr char const* kOcioReader = "COLOR:XML:OCIO_READER";
 inline constexpr char const* kCatalogManager = "COLOR:XML:CATALOG_MANAGER";
+inline constexpr char const* kIccReader = "COLOR:XML:ICC_READER";
 inline constexpr char const* kRenderer = "COLOR:RENDERER:ALL";
 inline constexpr char const* kCpuRenderer = "COLOR:RENDERER:CPU";
 inline constexpr char const* kOcioRenderer = "COLOR:RENDERER:OCIO";

@@ -4,6 +4,7 @@
 #include "utils/errorMessage.h"
 #include "utils/locations.h"
 #include "xml/cdlReader.h"
+#include "xml/iccProfileReader.h"
 #include "xml/ioReader.h"
 #include "xml/ocioReader.h"
 #include "xml/ostrand1DReader.h"
@@ -43,6 +44,7 @@ constexpr ReaderRow kReaders[] = {
     {&createReader<CDLReader>, &CDLReader::supportedFileFormats},
     {&createReader<Ostrand1DReader>, &Ostrand1DReader::supportedFileFormats},
     {&createReader<Ostrand3DReader>, &Ostrand3DReader::supportedFileFormats},
+    {&createReader<ICCProfileReader>, &ICCProfileReader::supportedFileFormats},
     {&createReader<OCIOReader>, &OCIOReader::supportedFileFormats},
 };
 

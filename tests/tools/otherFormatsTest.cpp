@@ -1,6 +1,8 @@
 // Transform files of other formats in the program: each kind is listed, shown and applied to a picture.
 #include "pictureFiles.h"
 #include "programRun.h"
+#include "support/iccProfileBytes.h"
+#include "support/scopedEnvironment.h"
 
 #include <ostream>
 
@@ -29,6 +31,11 @@ class OtherFormats : public ProgramTest, public testing::WithParamInterface<Othe
 protected:
     void SetUp() override { writeText(folder / name(), GetParam().content); }
     std::string name() const { return "look." + GetParam().extension; }
+
+private:
+    // Profiles refer to an alias of the preferences, which the installed ones know.
+    ScopedEnvironment const m_system{"TAVRIN_OVERRIDE_SYSTEM_TRANSFORM_LOCATION", TAVRIN_INSTALLATION};
+    ScopedEnvironment const m_config{"TAVRIN_OVERRIDE_CONFIG_PATH", TAVRIN_INSTALLATION "/tavrinConfig.xml"};
 };
 
 std::string const kCorrection = "<ColorCorrection id='half'><SOPNode><Slope>0.5 1 1</Slope><Offset>0 0 0</Offset>"
@@ -58,6 +65,20 @@ std::string fallingCube()
     return text;
 }
 
+// A device with a gamma of 2 whose primaries are what D50 makes of X, Y and Z of D65, so that these are its red, green and blue.
+std::string xyzProfile()
+{
+    return XmlTest::ProfileBytes()
+        .set("rXYZ", XmlTest::xyzTag(1.04788959, 0.02958442, -0.00925219))
+        .set("gXYZ", XmlTest::xyzTag(0.02292064, 0.99048191, 0.01507304))
+        .set("bXYZ", XmlTest::xyzTag(-0.05021831, -0.01707953, 0.75166893))
+        .setCurves({0x200})
+        .build();
+}
+constexpr float kRootOfHalf = 0.70710678F;
+// Powers as above, and primaries that are rounded to 17 bits.
+constexpr float kProfileError = kRootOfHalf / 65536.0F + 3.0F / 131072.0F;
+
 std::vector<OtherFormat> const kFormats = {
     {"cdl", "ASC CDL color decision list XML format",
      "<ColorDecisionList><ColorDecision>" + kCorrection + "</ColorDecision></ColorDecisionList>", "ASC CDL", 0.25F, kPowerError},
@@ -66,6 +87,9 @@ std::vector<OtherFormat> const kFormats = {
     {"cc", "CDL fragment format", kCorrection, "ASC CDL", 0.25F, kPowerError},
     {"lut", "Ostrand 1d-LUT format", halvingTable(), "LUT 1D", 63.5F / 255.0F, kRounding},
     {"3dl", "Ostrand 3d-LUT format", fallingCube(), "LUT 3D", 600.0F / 1023.0F, kRounding},
+    {"icm", "ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
+    {"icc", "ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
+    {"pf", "ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
 };
 
 } // namespace

@@ -1,10 +1,12 @@
 // Files of all kinds that are cut off or have wrong bytes: whatever they hold, reading ends soon with a transform or a clear
 // failure, and within bounded memory.
 #include "xml/cdlReader.h"
+#include "xml/iccProfileReader.h"
 #include "xml/ostrand1DReader.h"
 #include "xml/ostrand3DReader.h"
 
 #include "support/failure.h"
+#include "support/iccProfileBytes.h"
 #include "support/temporaryFolder.h"
 #include "xml/tableFiles.h"
 
@@ -59,6 +61,9 @@ SmallFile const kFiles[] = {
     {"8to10.lut", "# a comment\nLUT: 1 256 65536f\n\n" + XmlTest::lines(256, [](int i) { return 60 * i; }) + "# end\n",
      &create<Color::Ostrand1DReader>},
     // Incomplete: what is read of a whole one is the same over and over.
+    {"gamma.icc", XmlTest::ProfileBytes().build(), &create<Color::ICCProfileReader>},
+    {"table.icm", XmlTest::ProfileBytes().setCurves({0, 100, 13107, 32768, 65535}).build(), &create<Color::ICCProfileReader>},
+    {"straight.pf", XmlTest::ProfileBytes().setCurves({}).build(), &create<Color::ICCProfileReader>},
     {"mesh.3dl",
      "3DMESH\n# a comment\n0 64 128 192 256 320 384 448 512 576 640 704 768 832 896 960 1023\n"
      "0 0 0\n1\\t2 3\n\n  4095 -5 +6\r\n" +

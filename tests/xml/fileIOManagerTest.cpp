@@ -33,7 +33,7 @@ TEST(FileFormats, StandInTheOrderOfTheirReaders)
     for (auto const& [extension, description] : FileIOManager::getSupportedFileFormats())
         extensions.push_back(extension);
     // What comes after depends on the libraries that this build has.
-    std::vector<std::string> const own = {"ctf", "cdl", "ccc", "cc", "lut", "3dl"};
+    std::vector<std::string> const own = {"ctf", "cdl", "ccc", "cc", "lut", "3dl", "icm", "icc", "pf"};
     ASSERT_GE(extensions.size(), own.size());
     extensions.resize(own.size());
     EXPECT_EQ(extensions, own);
