@@ -8,6 +8,7 @@
 #include "xml/xmlFormatter.h"
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <sstream>
 #include <system_error>
@@ -141,12 +142,15 @@ void writeCatalog(std::ostream& stream, std::vector<fs::path> const& files)
     formatter.writeEndTag(TAG_CATALOG);
 }
 
-// The catalog of a shared folder lies in it, and its coming makes the folder newer than itself: it gets a time after that, so that
-// it is not stale from the start. Where something else was changed while it was being built, it gets one before.
+// The catalog of a shared folder lies in it, and its coming makes the folder newer than itself: it gets a time just after that, so
+// that it is not stale from the start. No later one: times of files come from a clock of coarse ticks, and what is changed next
+// could seem older. Where something else was changed while it was being built, it gets a time before.
 void dateCatalog(fs::path const& catalog, fs::path const& folder, Time started)
 {
     std::error_code ignored;
-    fs::last_write_time(catalog, hasNewerEntry(folder, catalog, started) ? started : Time::clock::now(), ignored);
+    Time const written = std::max(fs::last_write_time(catalog, ignored), fs::last_write_time(folder, ignored));
+    fs::last_write_time(catalog, hasNewerEntry(folder, catalog, started) ? started : written + std::chrono::nanoseconds(1),
+                        ignored);
 }
 
 void writeCatalogFile(fs::path const& catalog, std::vector<fs::path> const& files)

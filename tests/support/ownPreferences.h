@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -37,6 +38,11 @@ protected:
     std::string shared() const { return m_folder.file("shared"); }
     std::string configFile() const { return m_folder.file("tavrinConfig.xml"); }
     std::string configuration() const { return contentOfFile(configFile()); }
+    // The folder or file becomes newer than all others, also those of this very moment.
+    static void touch(std::string const& path)
+    {
+        std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() + std::chrono::seconds(10));
+    }
 
     TemporaryFolder const m_folder;
 

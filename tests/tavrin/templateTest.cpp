@@ -300,7 +300,7 @@ TEST_F(NativeTemplate, KeepsItsMenusWhenCatalogsAreReloaded)
     CatalogTest::writeFile(shared() + "/new.ctf",
                            CatalogTest::transformFile({{"new", "New", "scene"}, CatalogTest::kAces, {"Input", kProduct}, ""}, 2.0));
     EXPECT_THAT(valuesOf(load(TEMPLATE_INPUT), "input_space"), Not(Contains("New")));
-    std::filesystem::last_write_time(shared(), std::filesystem::file_time_type::clock::now() + std::chrono::seconds(10));
+    touch(shared());
     EXPECT_EQ(told(reloadCatalogs()), kGood);
     EXPECT_THAT(valuesOf(before, "input_space"), Not(Contains("New")));
     expectGrey(grey(input("New", "ACES2065-1"), 0.18), 0.36, 1e-7);
@@ -314,6 +314,7 @@ TEST_F(NativeTemplate, ASelectionWhoseFileIsGoneFailsWhenItIsUsed)
     choose(tpl, "input_space", "New");
     choose(tpl, "working_space", "ACEScg");
     std::filesystem::remove(file);
+    touch(shared());
     EXPECT_EQ(creationFailure(tpl), (Told{0x460003, "No file found: '" + file + "'"}));
     EXPECT_EQ(told(reloadCatalogs()), kGood);
     EXPECT_EQ(creationFailure(tpl), (Told{0x4b0004, "Input space transform not found: New"}));

@@ -41,11 +41,6 @@ protected:
         }
         return texts;
     }
-    // The folder becomes newer than everything in it.
-    static void touch(std::string const& folder)
-    {
-        std::filesystem::last_write_time(folder, std::filesystem::file_time_type::clock::now() + std::chrono::seconds(10));
-    }
 };
 
 TEST_F(CatalogsOfTheProcess, HoldInstalledAndSharedTransforms)
