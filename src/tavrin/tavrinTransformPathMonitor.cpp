@@ -30,7 +30,8 @@ Color::Exception pathFailure(Color::ErrorSite site, fs::path const& path)
 template <class... Pointers>
 void requireParameters(Pointers const*... pointers)
 {
-    if (((pointers == nullptr) || ...))
+    bool const isOneMissing = ((pointers == nullptr) || ...);
+    if (isOneMissing)
         throw Color::failure(ErrorIds::kInvalidParameter, Color::Module::kLibraryPath);
 }
 
