@@ -431,8 +431,10 @@ std::vector<std::pair<std::string, std::string>> getFileFormats()
     return translatingErrors(
         []
         {
+            int const count = OCIO::FileTransform::GetNumFormats();
             std::vector<std::pair<std::string, std::string>> formats;
-            for (int i = 0; i < OCIO::FileTransform::GetNumFormats(); ++i)
+            formats.reserve(static_cast<std::size_t>(count));
+            for (int i = 0; i < count; ++i)
                 formats.emplace_back(OCIO::FileTransform::GetFormatExtensionByIndex(i),
                                      OCIO::FileTransform::GetFormatNameByIndex(i));
             return formats;
@@ -478,6 +480,7 @@ template <class GetName>
 std::vector<std::string> namesOf(int count, GetName getName)
 {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         names.push_back(textOf(getName(i)));
     return names;

@@ -166,7 +166,7 @@ std::shared_ptr<Parameter> OCIOViewingTpl::Builder::buildWorkingSpaces() const
 std::shared_ptr<Parameter> OCIOViewingTpl::Builder::buildViewTransforms() const
 {
     Names const names = _activeViewTransforms();
-    std::shared_ptr<Parameter> const parameter = Utils::buildParameter(Utils::getViewTransformParameterName(), names);
+    std::shared_ptr<Parameter> parameter = Utils::buildParameter(Utils::getViewTransformParameterName(), names);
     if (names.empty())
         return parameter;
     parameter->select(0U);
@@ -189,7 +189,7 @@ std::vector<std::string> OCIOViewingTpl::Builder::_collectViewTransforms() const
 
 std::vector<std::string> OCIOViewingTpl::Builder::_activeViewTransforms() const
 {
-    Names const all = _collectViewTransforms();
+    Names all = _collectViewTransforms();
     Names const displays = extractInfo(m_config->getActiveDisplays());
     Names const views = extractInfo(m_config->getActiveViews());
     if (!displays.empty() && !views.empty())

@@ -78,7 +78,7 @@ void ensureDynamicContrast(OpList& ops)
 
 std::shared_ptr<Transform> ViewingBaseTpl::createTransform() const
 {
-    std::shared_ptr<Transform> const transform = withoutReferences(_createTransform());
+    std::shared_ptr<Transform> transform = withoutReferences(_createTransform());
     ensureDynamicExposure(transform->getOps());
     ensureDynamicContrast(transform->getOps());
     return transform;

@@ -27,7 +27,7 @@ void Observable::notifyObservers()
     std::set<Observer*> const observers = m_observers;
     for (Observer* const observer : observers)
     {
-        if (m_observers.count(observer) != 0)
+        if (m_observers.contains(observer))
         {
             observer->update();
         }

@@ -69,7 +69,7 @@ Descriptions const& CorrectionsElt::handOnDescriptions() const
 {
     for (std::string const& text : m_descriptions.getList())
     {
-        m_corrections->handedOnBytes += sizeof text + text.size();
+        m_corrections->handedOnBytes += sizeof(std::string) + text.size();
     }
     if (m_corrections->handedOnBytes > Limits::kHandedOnDescriptions)
     {

@@ -82,7 +82,7 @@ SearchResults operator&&(SearchResults const& left, SearchResults const& right)
     Nodes const known = nodesOf(right);
     SearchResults results;
     std::copy_if(left.begin(), left.end(), std::back_inserter(results),
-                 [&](SearchResult const& result) { return known.count(result.node) != 0; });
+                 [&](SearchResult const& result) { return known.contains(result.node); });
     return results;
 }
 
@@ -91,7 +91,7 @@ SearchResults operator||(SearchResults const& left, SearchResults const& right)
     Nodes const known = nodesOf(left);
     SearchResults results = left;
     std::copy_if(right.begin(), right.end(), std::back_inserter(results),
-                 [&](SearchResult const& result) { return known.count(result.node) == 0; });
+                 [&](SearchResult const& result) { return !known.contains(result.node); });
     return results;
 }
 

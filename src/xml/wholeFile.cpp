@@ -43,7 +43,7 @@ bool canBeOpened(fs::path const& file)
 // Creates a file beside the target, under a name that nothing else has. Empty where the folder takes none.
 fs::path createBeside(fs::path const& target)
 {
-    fs::path const path = target.parent_path() / fs::unique_path(".tavrin-%%%%%%%%%%%%%%%%");
+    fs::path path = target.parent_path() / fs::unique_path(".tavrin-%%%%%%%%%%%%%%%%");
     int const descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (descriptor < 0)
     {
