@@ -2,6 +2,7 @@
 #include "renderer/CPUExposureContrastOp.h"
 
 #include "renderer/CPURangeOp.h"
+#include "renderer/exposureContrastOpUtil.h"
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/opRenderers.h"
 #include "transform/exposureContrastOp.h"
@@ -16,17 +17,12 @@ namespace
 {
 
 using Color::ExposureContrastOp;
+using namespace ExposureContrastOpUtil;
 
 constexpr float kLeastPivot = 0.001F;
 constexpr float kLeastContrast = 0.001F;
 
 constexpr float kVideoGamma = 0.5464481F; // 1 / 1.83, the exponent from linear light to video.
-
-// The logarithmic encoding of linear light: log10(x / kLogWhite) * kLogSlope + kLogOffset.
-constexpr double kLogWhite = 0.9;
-constexpr double kLogSlope = 0.29325513196480935;
-constexpr double kLogOffset = 0.6695992179863147;
-constexpr double kLog10Of2 = 0.3010299956639812;
 
 double limitedPivot(ExposureContrastOp const& op)
 {

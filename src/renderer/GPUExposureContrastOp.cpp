@@ -1,5 +1,6 @@
 // Shader text of exposure and contrast, whose values are uniforms, so that a new one needs no new shader.
 #include "renderer/GPUOps.h"
+#include "renderer/exposureContrastOpUtil.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,6 +12,7 @@ namespace
 {
 
 using Color::ExposureContrastOp;
+using namespace ExposureContrastOpUtil;
 using GPUShaderUtils::formatText;
 using GPUShaderUtils::preciseNumber;
 
@@ -18,12 +20,6 @@ constexpr double kLeastPivot = 0.001;
 constexpr double kLeastContrast = 0.001;
 
 constexpr double kVideoGamma = 0.5464480874316939; // 1 / 1.83, the exponent from linear light to video.
-
-// The logarithmic encoding of linear light: log10(x / kLogWhite) * kLogSlope + kLogOffset.
-constexpr double kLogWhite = 0.9;
-constexpr double kLogSlope = 0.29325513196480935;
-constexpr double kLogOffset = 0.6695992179863147;
-constexpr double kLog10Of2 = 0.3010299956639812;
 
 // A power around the pivot, which is in the encoding of the values, with the exposure as a factor before it.
 std::string powerText(std::string const& exposureFactor, std::string const& contrast, double pivot)
