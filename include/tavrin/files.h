@@ -21,6 +21,19 @@ public:
 // One call of the callback for each extension that can be read.
 TAVRIN_API TavStatus getSupportedFileExtensions(SupportedExtensionsCallBack& callback);
 
+// Receives the same table with the reader of each file format. Texts live to the end of the process.
+class TAVRIN_API SupportedFormatsCallBack
+{
+public:
+    virtual ~SupportedFormatsCallBack();
+    // An extension without its dot, words for people, and the name by which messages call the reader.
+    virtual void addFormat(char const* extension, char const* description, char const* reader) = 0;
+};
+
+// One call of the callback for each extension and reader of it. Where several readers take an extension, they are tried in this
+// order.
+TAVRIN_API TavStatus getSupportedFileFormats(SupportedFormatsCallBack& callback);
+
 // True when some reader takes the file's extension (whether case counts is up to the reader). The file need not exist.
 TAVRIN_API bool isFileSupported(char const* path);
 

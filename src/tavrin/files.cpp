@@ -44,6 +44,21 @@ TavStatus getSupportedFileExtensions(SupportedExtensionsCallBack& callback)
         });
 }
 
+TavStatus getSupportedFileFormats(SupportedFormatsCallBack& callback)
+{
+    return statusOf(
+        [&]
+        {
+            for (FileIOManager::ReaderFormats const& reader : FileIOManager::getFormatsByReader())
+            {
+                for (auto const& [extension, description] : reader.formats)
+                {
+                    callback.addFormat(extension.c_str(), description.c_str(), reader.name.c_str());
+                }
+            }
+        });
+}
+
 bool isFileSupported(char const* path)
 {
     bool isSupported = false;

@@ -14,6 +14,7 @@ namespace Tavrin
 Transform::~Transform() = default;
 Transform::ContentCallbacks::~ContentCallbacks() = default;
 SupportedExtensionsCallBack::~SupportedExtensionsCallBack() = default;
+SupportedFormatsCallBack::~SupportedFormatsCallBack() = default;
 TransformWriterCallback::~TransformWriterCallback() = default;
 
 TavStatus optimizeTransform(TransformPtr const& transform, OptimizerFlags flags, TransformPtr& optimized)

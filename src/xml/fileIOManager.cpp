@@ -141,15 +141,28 @@ std::shared_ptr<Transform> loadWithFirstOf(Readers const& readers, std::string c
 
 } // namespace
 
+std::vector<FileIOManager::ReaderFormats> const& FileIOManager::getFormatsByReader()
+{
+    static std::vector<ReaderFormats> const readers = []
+    {
+        std::vector<ReaderFormats> all;
+        for (ReaderRow const& row : kReaders)
+        {
+            all.push_back({row.create()->getName(), row.supportedFileFormats()});
+        }
+        return all;
+    }();
+    return readers;
+}
+
 FileIOManager::Formats const& FileIOManager::getSupportedFileFormats()
 {
     static Formats const formats = []
     {
         Formats all;
-        for (ReaderRow const& row : kReaders)
+        for (ReaderFormats const& reader : getFormatsByReader())
         {
-            Formats const some = row.supportedFileFormats();
-            all.insert(all.end(), some.begin(), some.end());
+            all.insert(all.end(), reader.formats.begin(), reader.formats.end());
         }
         return all;
     }();

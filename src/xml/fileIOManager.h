@@ -16,8 +16,18 @@ namespace Color
 class FileIOManager
 {
 public:
-    // Extensions without the dot, with words for people. The table lives to the end of the process.
+    // Extensions without the dot, with words for people.
     using Formats = std::vector<std::pair<std::string, std::string>>;
+
+    // A reader's name (IOReader::getName), and what it is known to read.
+    struct ReaderFormats
+    {
+        std::string name;
+        Formats formats;
+    };
+
+    // In the order in which readers are tried. Both tables live to the end of the process.
+    static std::vector<ReaderFormats> const& getFormatsByReader();
     static Formats const& getSupportedFileFormats();
 
     // Whether some reader takes the path's extension; the file need not exist.

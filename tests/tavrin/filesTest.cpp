@@ -34,6 +34,19 @@ public:
     std::vector<std::pair<std::string, std::string>> m_rows;
 };
 
+class Formats : public SupportedFormatsCallBack
+{
+public:
+    void addFormat(char const* extension, char const* description, char const* reader) override
+    {
+        m_rows.emplace_back(extension, description);
+        m_readers.emplace_back(extension, reader);
+    }
+
+    std::vector<std::pair<std::string, std::string>> m_rows;
+    std::vector<std::pair<std::string, std::string>> m_readers;
+};
+
 void expectFailure(TavStatus const& status, ErrorId id, std::string const& words)
 {
     EXPECT_FALSE(status);
@@ -157,6 +170,33 @@ TEST(FileSupport, HasATableThatBeginsWithTheLibrarysOwnFormat)
     ASSERT_FALSE(extensions.m_rows.empty());
     EXPECT_THAT(extensions.m_rows.front(), Pair("ctf", "ctf"));
     EXPECT_STREQ(getColorTransformFileExtension(), "ctf");
+}
+
+TEST(FileSupport, TellsTheReaderOfEachRowOfTheTable)
+{
+    Extensions extensions;
+    EXPECT_TRUE(getSupportedFileExtensions(extensions));
+    Formats formats;
+    EXPECT_TRUE(getSupportedFileFormats(formats));
+    EXPECT_EQ(formats.m_rows, extensions.m_rows);
+
+    // What comes after depends on the libraries that this build has.
+    std::vector<std::pair<std::string, std::string>> const own = {
+        {"ctf", "Tavrin Transform Reader"},
+        {"cdl", "CDL Reader"},
+        {"ccc", "CDL Reader"},
+        {"cc", "CDL Reader"},
+        {"lut", "Ostrand LUT Reader"},
+        {"3dl", "Ostrand 3DL Reader"},
+        {"icm", "ICC Profile Reader"},
+        {"icc", "ICC Profile Reader"},
+        {"pf", "ICC Profile Reader"},
+    };
+    ASSERT_GE(formats.m_readers.size(), own.size());
+    for (std::size_t i = own.size(); i < formats.m_readers.size(); ++i)
+        EXPECT_EQ(formats.m_readers[i].second, "OpenColorIO Reader") << formats.m_readers[i].first;
+    formats.m_readers.resize(own.size());
+    EXPECT_EQ(formats.m_readers, own);
 }
 
 TEST(LoadedFiles, RenderPixels)

@@ -14,7 +14,7 @@ namespace
 struct OtherFormat
 {
     std::string extension;
-    std::string listed;    // A line of the list of formats.
+    std::string listed;    // A line of the list of formats, behind the extension.
     std::string content;   // Of a small file.
     std::string operation; // How the operator is called.
     float red;             // What becomes of a red of 0.5.
@@ -80,16 +80,16 @@ constexpr float kRootOfHalf = 0.70710678F;
 constexpr float kProfileError = kRootOfHalf / 65536.0F + 3.0F / 131072.0F;
 
 std::vector<OtherFormat> const kFormats = {
-    {"cdl", "ASC CDL color decision list XML format",
+    {"cdl", "CDL Reader: ASC CDL color decision list XML format",
      "<ColorDecisionList><ColorDecision>" + kCorrection + "</ColorDecision></ColorDecisionList>", "ASC CDL", 0.25F, kPowerError},
-    {"ccc", "ASC CDL color correction collection XML format",
+    {"ccc", "CDL Reader: ASC CDL color correction collection XML format",
      "<ColorCorrectionCollection>" + kCorrection + "</ColorCorrectionCollection>", "ASC CDL", 0.25F, kPowerError},
-    {"cc", "CDL fragment format", kCorrection, "ASC CDL", 0.25F, kPowerError},
-    {"lut", "Ostrand 1d-LUT format", halvingTable(), "LUT 1D", 63.5F / 255.0F, kRounding},
-    {"3dl", "Ostrand 3d-LUT format", fallingCube(), "LUT 3D", 600.0F / 1023.0F, kRounding},
-    {"icm", "ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
-    {"icc", "ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
-    {"pf", "ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
+    {"cc", "CDL Reader: CDL fragment format", kCorrection, "ASC CDL", 0.25F, kPowerError},
+    {"lut", "Ostrand LUT Reader: Ostrand 1d-LUT format", halvingTable(), "LUT 1D", 63.5F / 255.0F, kRounding},
+    {"3dl", "Ostrand 3DL Reader: Ostrand 3d-LUT format", fallingCube(), "LUT 3D", 600.0F / 1023.0F, kRounding},
+    {"icm", "ICC Profile Reader: ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
+    {"icc", "ICC Profile Reader: ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
+    {"pf", "ICC Profile Reader: ICC Profile file extension", xyzProfile(), "Matrix", kRootOfHalf, kProfileError},
 };
 
 } // namespace

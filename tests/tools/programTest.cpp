@@ -65,7 +65,7 @@ TEST_F(Program, FormatsListsPicturesAndTransforms)
               "             written as RGB 8i, RGBA 8i, RGB 16i, RGBA 16i, RGB 16f, RGBA 16f, RGB 32f, RGBA 32f\n"
               "  .dpx       DPX: film scans and digital intermediates\n"
               "             written as RGB 10iP, RGB 12i, RGBA 12i, RGB 16i, RGBA 16i");
-    EXPECT_THAT(outcome.out, HasSubstr("\n\nTransforms, read:\n  .ctf       ctf\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\n\nTransforms, read:\n  .ctf       Tavrin Transform Reader: ctf\n"));
 }
 
 TEST_F(Program, AnOutputThatCannotBePrintedIsAFailure)

@@ -8,18 +8,27 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <string>
+#include <string_view>
+
 namespace Program
 {
 
 namespace
 {
 
-class Printer : public Tavrin::SupportedExtensionsCallBack
+// A row of both lists: extensions, what reads them, and words for people.
+void printFormat(std::string const& extensions, std::string_view reader, std::string_view description)
+{
+    fmt::print("  {:<11}{}: {}\n", extensions, reader, description);
+}
+
+class Printer : public Tavrin::SupportedFormatsCallBack
 {
 public:
-    void addExtension(char const* extension, char const* description) override
+    void addFormat(char const* extension, char const* description, char const* reader) override
     {
-        fmt::print("  {:<11}{}\n", fmt::format(".{}", oneLine(extension)), oneLine(description));
+        printFormat("." + oneLine(extension), oneLine(reader), oneLine(description));
     }
 };
 
@@ -28,12 +37,12 @@ void formats()
     fmt::print("Pictures, read and written:\n");
     for (ImageType const& type : imageTypes())
     {
-        fmt::print("  {:<11}{}: {}\n", fmt::format(".{}", fmt::join(type.extensions, " .")), type.name, type.description);
+        printFormat(fmt::format(".{}", fmt::join(type.extensions, " .")), type.name, type.description);
         fmt::print("  {:<11}written as {}\n", "", commaSeparated(type.written, formatName));
     }
     fmt::print("\nTransforms, read:\n");
     Printer printer;
-    check(Tavrin::getSupportedFileExtensions(printer), "cannot list the transform files");
+    check(Tavrin::getSupportedFileFormats(printer), "cannot list the transform files");
 }
 
 void setUp(CLI::App& command)
