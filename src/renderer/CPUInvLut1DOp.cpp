@@ -36,6 +36,7 @@ public:
     SearchTable(InvLut1DOp const& op, unsigned int component)
         : m_properties(op.getComponentProperties()[component]), m_flipSign(m_properties.isIncreasing ? 1.0F : -1.0F)
     {
+        m_values.reserve(std::size_t{m_properties.endDomain} - m_properties.startDomain + 1);
         for (unsigned int row = m_properties.startDomain; row <= m_properties.endDomain; ++row)
             m_values.push_back(op.getArray().get(3 * row + component) * m_flipSign);
         _buildIndex();

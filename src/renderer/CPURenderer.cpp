@@ -1,4 +1,4 @@
-// From an operator list to renderers: a private copy is set to the depths of the two formats, then each operator's family picks.
+// From an operator list to renderers: it is set to the depths of the two formats, then each operator's family picks.
 #include "renderer/CPURenderer.h"
 
 #include "renderer/CPUSelector.h"
@@ -97,18 +97,6 @@ void addDepthConversion(Transform const& transform, TransformProcessor& processo
     MatrixRenderer::addAlgorithm(matrix, processor);
 }
 
-// The copy that a pipeline is made of.
-std::shared_ptr<Transform> cloneAtDepthsOf(Transform const& transform, PixelFormat in, PixelFormat out)
-{
-    std::shared_ptr<Transform> clone = transform.clone(Transform::CloneType::Plain);
-    if (!clone->getOps().empty())
-    {
-        Color::TransformTools::setIntermediateBitdepth(Tavrin::BIT_DEPTH_32f, clone);
-        adjustBitDepth(*clone, in, out);
-    }
-    return clone;
-}
-
 } // namespace
 
 Pipeline makePipeline(std::shared_ptr<Transform> const& transform, PixelFormat in, PixelFormat out)
@@ -118,11 +106,16 @@ Pipeline makePipeline(std::shared_ptr<Transform> const& transform, PixelFormat i
     if (transform->hasUnresolvedReferences())
         refuseUnresolved();
 
-    Pipeline pipeline{cloneAtDepthsOf(*transform, in, out), std::make_shared<TransformProcessor>(), {}};
-    Color::OpList const& ops = pipeline.transform->getOps();
+    Pipeline pipeline{transform, std::make_shared<TransformProcessor>(), {}};
+    if (!transform->getOps().empty())
+    {
+        Color::TransformTools::setIntermediateBitdepth(Tavrin::BIT_DEPTH_32f, pipeline.transform);
+        adjustBitDepth(*transform, in, out);
+    }
+    Color::OpList const& ops = transform->getOps();
     TransformProcessor& renderers = *pipeline.renderers;
     Dump const dump;
-    dump.begin(*pipeline.transform);
+    dump.begin(*transform);
     for (unsigned int i = 0; i < ops.size(); ++i)
     {
         dump.op(ops.get(i));
@@ -132,7 +125,7 @@ Pipeline makePipeline(std::shared_ptr<Transform> const& transform, PixelFormat i
     }
     dump.end();
     if (renderers.empty())
-        addDepthConversion(*pipeline.transform, renderers);
+        addDepthConversion(*transform, renderers);
     return pipeline;
 }
 

@@ -14,7 +14,7 @@ namespace Rendering
 // What a transform is turned into between two pixel formats.
 struct Pipeline
 {
-    // The operators at the depths at which they are rendered.
+    // What was handed in, at the depths at which it is rendered.
     std::shared_ptr<Color::Transform> transform;
     // There is at least one.
     std::shared_ptr<TransformProcessor> renderers;
@@ -25,7 +25,7 @@ struct Pipeline
     bool convertsDepthOnly() const;
 };
 
-// Throws for null, for unresolved references, and for an operator that can't be rendered.
+// The transform becomes the pipeline's. Throws for null, for unresolved references, and for an operator that can't be rendered.
 Pipeline makePipeline(std::shared_ptr<Color::Transform> const& transform, PixelFormat in, PixelFormat out);
 
 class CPURenderer : public GenericCPURenderer

@@ -276,13 +276,12 @@ void OCIORenderer::finalize(std::shared_ptr<Color::Transform> const& transform, 
     m_processor.reset();
     if (transform == nullptr)
         throw Color::failure(ErrorIds::kRendererTransformNull, Module::kRenderer);
-    std::shared_ptr<Color::Transform> const clone = transform->clone(Color::Transform::CloneType::Plain);
-    if (!clone->getOps().empty())
+    if (!transform->getOps().empty())
     {
-        clone->setInputBitDepth(Color::Utils::depthOf(in));
-        clone->setOutputBitDepth(Color::Utils::depthOf(out));
+        transform->setInputBitDepth(Color::Utils::depthOf(in));
+        transform->setOutputBitDepth(Color::Utils::depthOf(out));
     }
-    m_processor = createProcessor(*clone);
+    m_processor = createProcessor(*transform);
     m_inPF = in;
     m_outPF = out;
 }

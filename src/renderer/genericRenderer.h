@@ -35,7 +35,8 @@ public:
 class GenericCPURenderer : public GenericRenderer
 {
 public:
-    // Works on a private copy of the transform. A failure leaves nothing to apply.
+    // Sets the transform to the depths of the formats: whoever needs it as it stands hands in a copy. A failure leaves nothing to
+    // apply.
     virtual void finalize(std::shared_ptr<Color::Transform> const& transform, PixelFormat in, PixelFormat out) = 0;
     // Paddings are the bytes at the end of each row beyond the image width.
     virtual void apply(void const* source, void* destination, ROI const& roi, unsigned int sourcePadding,

@@ -378,7 +378,9 @@ Transform::_createCPURenderer(std::shared_ptr<Color::Transform> const& transform
     if ((m_rendererFlags & RENDERER_CPU) == 0)
         return nullptr;
     auto renderer = Rendering::getCPURenderer(Rendering::RENDERING_CPU);
-    renderer->finalize(transform, m_inputPixelFormat, m_outputPixelFormat);
+    // A copy of large tables takes its time; only a GPU renderer needs the transform after this.
+    bool const isShared = (m_rendererFlags & RENDERER_GPU) != 0;
+    renderer->finalize(isShared ? transform->clone(CloneType::Plain) : transform, m_inputPixelFormat, m_outputPixelFormat);
     return renderer;
 }
 

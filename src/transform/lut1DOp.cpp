@@ -31,9 +31,9 @@ constexpr Utils::NameTable<HueAdjust, 1> kHueAdjusts{{{{HueAdjust::Dw3, "dw3"}}}
 constexpr float kIdentityTolerance = 1e-6F;
 constexpr int kIdentityHalfTolerance = 1;
 
-float halfDomainIdentity(unsigned int row, BitDepth outDepth)
+float halfDomainIdentity(unsigned int row, float maximum)
 {
-    return Foundation::Numerics::convertHalfBitsToFloat(static_cast<unsigned short>(row)) * Tavrin::getBitDepthMaxValue(outDepth);
+    return Foundation::Numerics::convertHalfBitsToFloat(static_cast<unsigned short>(row)) * maximum;
 }
 
 // Codes of an integer depth.
@@ -77,10 +77,11 @@ void Lut1DOp::Lut3by1DArray::_fill(HalfFlags halfFlags, BitDepth outDepth)
 {
     bool const halfDomain = (halfFlags & Tavrin::HALF_FLAGS_INPUT_HALF_DOMAIN) != 0;
     float const step = getValueStepSize(outDepth, getDimension());
+    float const maximum = Tavrin::getBitDepthMaxValue(outDepth);
     everyRow(getValues(),
              [&](unsigned int row, float* values)
              {
-                 float const value = halfDomain ? halfDomainIdentity(row, outDepth) : static_cast<float>(row) * step;
+                 float const value = halfDomain ? halfDomainIdentity(row, maximum) : static_cast<float>(row) * step;
                  std::fill_n(values, kTableComponents, value);
                  return true;
              });
@@ -93,10 +94,11 @@ bool Lut1DOp::Lut3by1DArray::isIdentity(HalfFlags halfFlags, BitDepth outDepth) 
 
 bool Lut1DOp::Lut3by1DArray::_isHalfIdentity(BitDepth outDepth) const
 {
+    float const maximum = Tavrin::getBitDepthMaxValue(outDepth);
     return everyRow(getValues(),
                     [&](unsigned int row, float const* values)
                     {
-                        half const expected(halfDomainIdentity(row, outDepth));
+                        half const expected(halfDomainIdentity(row, maximum));
                         return std::none_of(
                             values, values + kTableComponents,
                             [&](float value)

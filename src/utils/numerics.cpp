@@ -59,15 +59,6 @@ float convertHalfBitsToFloat(unsigned short bits)
     return value;
 }
 
-float sanitizeFloat(float value)
-{
-    if (std::isnan(value))
-    {
-        return 0.0F;
-    }
-    return std::isinf(value) ? std::copysign(std::numeric_limits<float>::max(), value) : value;
-}
-
 bool compareMantissa(float a, float b, float tolerance)
 {
     int exponentA = 0;

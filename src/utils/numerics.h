@@ -4,6 +4,9 @@
 
 #include <Imath/half.h>
 
+#include <cmath>
+#include <limits>
+
 namespace Foundation::Numerics
 {
 
@@ -13,8 +16,15 @@ unsigned int computeNextPowerOf2(unsigned int n);
 // The value of a half pattern.
 float convertHalfBitsToFloat(unsigned short bits);
 
-// Infinities become the largest finite float of their sign, NaN becomes 0.
-float sanitizeFloat(float value);
+// Infinities become the largest finite float of their sign, NaN becomes 0. Here, since it is called for every value of a table.
+inline float sanitizeFloat(float value)
+{
+    if (std::isnan(value))
+    {
+        return 0.0F;
+    }
+    return std::isinf(value) ? std::copysign(std::numeric_limits<float>::max(), value) : value;
+}
 
 // Whether b differs from a by less than the tolerance times the next power of two above the magnitude of a.
 bool compareMantissa(float a, float b, float tolerance);

@@ -313,14 +313,14 @@ TEST_F(PicturesThroughOpenColorIO, HaveToBeThere)
     EXPECT_EQ(failureOf([&] { renderer.apply(pixel, nullptr, Rendering::ROI(0, 0, 1, 1), 0, 0); }), imageNull);
 }
 
-TEST_F(PicturesThroughOpenColorIO, LeaveTheTransformItsDepths)
+TEST_F(PicturesThroughOpenColorIO, TakeTheTransformToTheirDepths)
 {
     std::shared_ptr<Op> const matrix = makeMatrix();
     auto const transform = transformOf({matrix.get()});
     OCIORenderer renderer;
     renderer.finalize(transform, Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16i);
-    EXPECT_EQ(transform->getInputBitDepth(), Tavrin::BIT_DEPTH_32f);
-    EXPECT_EQ(transform->getOutputBitDepth(), Tavrin::BIT_DEPTH_32f);
+    EXPECT_EQ(transform->getInputBitDepth(), Tavrin::BIT_DEPTH_8i);
+    EXPECT_EQ(transform->getOutputBitDepth(), Tavrin::BIT_DEPTH_16i);
     EXPECT_EQ(renderer.getType(), RENDERING_OCIO);
 }
 

@@ -59,6 +59,17 @@ TEST(GpuRendering, DrawsThroughTheAdaptor)
     EXPECT_THAT(adaptor.calls, ElementsAre("drawFrame 5"));
 }
 
+TEST(GpuRendering, KeepsTheTransformsOwnDepthsBesideTheCpu)
+{
+    TransformPtr const transform = scaleBy(2.0F);
+    RecordingAdaptor& adaptor = equip(transform);
+    // The matrix of the CPU divides by 255 and multiplies by 1023.
+    ASSERT_EQ(told(transform->finalize(PF_RGBA_8i, PF_RGBA_10i, RENDERER_CPU | RENDERER_GPU, OPTIMIZER_DEFAULT_THRESHOLD,
+                                       RESOLVE_BROADCAST_MONITOR)),
+              kGood);
+    EXPECT_THAT(adaptor.texts.processing, HasSubstr("outColor = vec4(2,2,2,1.0) * outColor;"));
+}
+
 TEST(GpuRendering, GoesBesideRenderingOnTheCpu)
 {
     TransformPtr const transform = scaleBy(2.0F);
