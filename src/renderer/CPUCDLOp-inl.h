@@ -56,8 +56,7 @@ public:
         for (int c = 0; c < 3; ++c)
         {
             const V v = *m_v[c];
-            const V p = PowerOfPositive(m_d, AtMost(v, hn::Set(m_d, 1.0F)), m_p.power[c]);
-            *m_v[c] = hn::IfThenElseZero(hn::Gt(v, hn::Zero(m_d)), p);
+            *m_v[c] = PowerWhere(m_d, hn::Gt(v, hn::Zero(m_d)), AtMost(v, hn::Set(m_d, 1.0F)), m_p.power[c]);
         }
     }
 

@@ -44,14 +44,15 @@ struct GammaMoncurve : GammaMoncurveParameters
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {
+        const auto isAbove = hn::Lt(hn::Set(d, breakPoint[channel]), in);
         V p;
         if constexpr (kIsForward) // Above the break, which is not below 0, there is an offset to be above 0.
-            p = hn::Mul(PowerOfPositive(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]),
+            p = hn::Mul(PowerWhere(d, isAbove, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]),
                         hn::Set(d, depthScale));
         else
             p = hn::Sub(hn::Mul(Power(d, hn::Mul(in, hn::Set(d, depthScale)), gamma[channel]), hn::Set(d, scale[channel])),
                         hn::Set(d, offset[channel]));
-        return hn::IfThenElse(hn::Lt(hn::Set(d, breakPoint[channel]), in), p, hn::Mul(in, hn::Set(d, slope[channel])));
+        return hn::IfThenElse(isAbove, p, hn::Mul(in, hn::Set(d, slope[channel])));
     }
 
     template <class D, class V>

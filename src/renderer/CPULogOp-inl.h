@@ -23,7 +23,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <class D, class V>
 HWY_INLINE V FlooredLog2(D d, V x)
 {
-    return Log2(d, AtLeast(x, hn::Set(d, 1.17549435e-38F)));
+    return Log2OfPositive(d, AtLeast(x, hn::Set(d, 1.17549435e-38F)));
 }
 
 // The curves work on red, green and blue alike.
