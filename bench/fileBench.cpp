@@ -1,6 +1,5 @@
 // What it costs to write a transform file and to read it.
-#include "curves.h"
-#include "frame.h"
+#include "cases.h"
 
 #include <filesystem>
 #include <string>
@@ -50,9 +49,9 @@ void addWriteAndRead(std::string const& name, Tavrin::TransformPtr const& transf
 void addFiles()
 {
     static TemporaryFile const file;
-    addWriteAndRead("1D 65536", curveTable(65536), file);
+    addWriteAndRead("1D 65536", table1D(65536), file);
     for (unsigned int points : {33U, 65U, 129U})
-        addWriteAndRead("3D " + std::to_string(points), curveGrid(points), file);
+        addWriteAndRead("3D " + std::to_string(points), table3D(points), file);
 }
 
 } // namespace Bench

@@ -1,6 +1,5 @@
 // What finalize costs: the optimizer, the merging of tables, and the building of renderers.
-#include "curves.h"
-#include "frame.h"
+#include "cases.h"
 
 #include <string>
 #include <vector>
@@ -46,11 +45,11 @@ void addAtThresholds(std::string const& name, TransformPtr const& transform)
 void addFinalizes()
 {
     addAtThresholds("64 matrices", chain(std::vector<TransformPtr>(64, matrix())));
-    addAtThresholds("two 1D 4096", chain({curveTable(4096), curveTable(4096)}));
-    addAtThresholds("matrix, 1D 4096, 3D 33, 1D 4096", chain({matrix(), curveTable(4096), curveGrid(33), curveTable(4096)}));
+    addAtThresholds("two 1D 4096", chain({table1D(4096), table1D(4096)}));
+    addAtThresholds("matrix, 1D 4096, 3D 33, 1D 4096", chain({matrix(), table1D(4096), table3D(33), table1D(4096)}));
     for (unsigned int points : {33U, 65U})
-        addAtThresholds("two 3D " + std::to_string(points), chain({curveGrid(points), curveGrid(points)}));
-    addAtThresholds("3D 33, 3D 65", chain({curveGrid(33), curveGrid(65)}));
+        addAtThresholds("two 3D " + std::to_string(points), chain({table3D(points), table3D(points)}));
+    addAtThresholds("3D 33, 3D 65", chain({table3D(33), table3D(65)}));
 }
 
 } // namespace Bench

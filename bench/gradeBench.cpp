@@ -1,5 +1,5 @@
 // Gamma, logarithms, colour decisions, exposure and contrast.
-#include "frame.h"
+#include "cases.h"
 
 namespace Bench
 {
@@ -46,10 +46,10 @@ constexpr Case kCases[] = {
 
 Tavrin::TransformPtr transformOf(Case const& c)
 {
-    std::string document = R"(<ProcessList version="1.5" id="grade"><)";
-    document.append(c.tag).append(R"( inBitDepth="32f" outBitDepth="32f" style=")").append(c.style).append("\">");
-    document.append(c.content).append("</").append(c.tag).append("></ProcessList>");
-    return fromDocument(document);
+    std::string element = "<";
+    element.append(c.tag).append(R"( inBitDepth="32f" outBitDepth="32f" style=")").append(c.style).append("\">");
+    element.append(c.content).append("</").append(c.tag).append(">");
+    return fromElements(element);
 }
 
 } // namespace

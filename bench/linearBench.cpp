@@ -1,5 +1,5 @@
 // Matrices, scales, ranges, chains of matrices and mere changes of format.
-#include "frame.h"
+#include "cases.h"
 
 #include <array>
 
@@ -38,9 +38,9 @@ Tavrin::TransformPtr identity()
 
 Tavrin::TransformPtr range()
 {
-    return fromDocument(
-        R"(<ProcessList version="1.5" id="range"><Range inBitDepth="32f" outBitDepth="32f"><minInValue>0.05</minInValue>
-<maxInValue>0.95</maxInValue><minOutValue>0</minOutValue><maxOutValue>1</maxOutValue></Range></ProcessList>)");
+    return fromElements(
+        R"(<Range inBitDepth="32f" outBitDepth="32f"><minInValue>0.05</minInValue>
+<maxInValue>0.95</maxInValue><minOutValue>0</minOutValue><maxOutValue>1</maxOutValue></Range>)");
 }
 
 Tavrin::TransformPtr fourMatrices()

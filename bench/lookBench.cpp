@@ -1,5 +1,5 @@
 // Gamut map, hue vector and dither.
-#include "frame.h"
+#include "cases.h"
 
 #include <string>
 
@@ -9,20 +9,15 @@ namespace Bench
 namespace
 {
 
-std::string document(std::string const& operators)
-{
-    return "<ProcessList version=\"1.5\" id=\"look\">" + operators + "</ProcessList>";
-}
-
 Tavrin::TransformPtr gamutMap()
 {
-    return fromDocument(document(R"(<GamutMap inBitDepth="32f" outBitDepth="32f" style="dw3"/>)"));
+    return fromElements(R"(<GamutMap inBitDepth="32f" outBitDepth="32f" style="dw3"/>)");
 }
 
 Tavrin::TransformPtr hueVector(std::string const& style)
 {
-    return fromDocument(document("<HueVector inBitDepth=\"32f\" outBitDepth=\"32f\" style=\"" + style +
-                                 R"("><HueVecParams style="chroma" center="30" width="90" amount="1.5"/></HueVector>)"));
+    return fromElements("<HueVector inBitDepth=\"32f\" outBitDepth=\"32f\" style=\"" + style +
+                        R"("><HueVecParams style="chroma" center="30" width="90" amount="1.5"/></HueVector>)");
 }
 
 Tavrin::TransformPtr dither(Tavrin::BitDepth in, Tavrin::BitDepth out)

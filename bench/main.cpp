@@ -1,11 +1,10 @@
 // Runs the benchmarks and ends with a table of nanoseconds of processor time a pixel and of ratios to memcpy, and one of
 // milliseconds a call.
-#include "frame.h"
+#include "cases.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
-#include <cstring>
 #include <map>
 #include <string>
 #include <utility>
@@ -19,26 +18,16 @@ void addGrades();
 void addLinear();
 void addLooks();
 void addTables();
-#ifdef TAVRIN_BENCH_FFMPEG
-void addFfmpeg();
-#endif
-#ifdef TAVRIN_BENCH_ZIMG
-void addZimg();
-#endif
 } // namespace Bench
 
 namespace
 {
 
-// One frame of each pixel size, copied.
-void addMemcpy()
+// One frame of each pixel size.
+void addCopies()
 {
     for (Tavrin::PixelFormat format : {Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_32f, Tavrin::PF_RGB_16i})
-    {
-        std::size_t const bytes = Bench::kPixels * Tavrin::getPixelSizeInByte(format);
-        Bench::addWork(
-            "memcpy", format, [] {}, [bytes] { std::memcpy(Bench::destinationFrame(), Bench::sourceFrame(), bytes); });
-    }
+        Bench::addCopy(format);
 }
 
 class TableReporter : public benchmark::ConsoleReporter
@@ -109,17 +98,11 @@ int main(int argc, char** argv)
     arguments.insert(arguments.begin() + 1, {repetitions.data(), aggregates.data(), minTime.data()});
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
-    addMemcpy();
+    addCopies();
     Bench::addLinear();
     Bench::addGrades();
     Bench::addLooks();
     Bench::addTables();
-#ifdef TAVRIN_BENCH_FFMPEG
-    Bench::addFfmpeg();
-#endif
-#ifdef TAVRIN_BENCH_ZIMG
-    Bench::addZimg();
-#endif
     Bench::addFinalizes();
     Bench::addFiles();
     TableReporter reporter;

@@ -3,7 +3,7 @@
 #include "inCache.h"
 #include "samples.h"
 
-#include "../frame.h"
+#include "shared/frame.h"
 
 #include "renderer/CPUSelector.h"
 

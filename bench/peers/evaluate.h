@@ -1,0 +1,18 @@
+// What a work gives for one pixel, in double precision: what all participants are compared with.
+#ifndef TAVRIN_BENCH_PEERS_EVALUATE_H
+#define TAVRIN_BENCH_PEERS_EVALUATE_H
+
+#include "peers/work.h"
+
+#include <array>
+
+namespace Bench
+{
+
+using Rgb = std::array<double, 3>;
+
+Rgb evaluate(Work const& work, Rgb const& rgb);
+
+} // namespace Bench
+
+#endif

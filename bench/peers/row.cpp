@@ -1,0 +1,222 @@
+// One work between two formats, done by all who can.
+#include "peers/row.h"
+
+#include "peers/evaluate.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace Bench
+{
+
+namespace
+{
+
+struct Entrant
+{
+    Participant const* participant;
+    Runnable runnable;
+};
+
+constexpr Tavrin::PixelFormat kFormats[] = {Tavrin::PF_RGBA_8i,  Tavrin::PF_RGBA_10iP, Tavrin::PF_RGBA_16i,
+                                            Tavrin::PF_RGBA_16f, Tavrin::PF_RGBA_32f,  Tavrin::PF_RGB_8i,
+                                            Tavrin::PF_RGB_16i,  Tavrin::PF_RGB_16f,   Tavrin::PF_RGB_32f};
+
+struct FormatPair
+{
+    Tavrin::PixelFormat in;
+    Tavrin::PixelFormat out;
+};
+
+constexpr FormatPair kConversions[] = {{Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16f},  {Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_32f},
+                                       {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_8i},  {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_10iP},
+                                       {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_16i}, {Tavrin::PF_RGB_8i, Tavrin::PF_RGB_16f},
+                                       {Tavrin::PF_RGB_16i, Tavrin::PF_RGB_32f},   {Tavrin::PF_RGB_32f, Tavrin::PF_RGB_16i}};
+
+std::vector<Entrant> entrants(Task const& task)
+{
+    std::vector<Entrant> all;
+    for (Participant const& participant : participants())
+    {
+        if (std::optional<Runnable> runnable = participant.make(task))
+            all.push_back({&participant, std::move(*runnable)});
+    }
+    return all;
+}
+
+bool onPlanes(Entrant const& entrant)
+{
+    return entrant.runnable.arrangement == Arrangement::Planes;
+}
+
+// ---------------------------------------------------------------- the check
+
+// Some hundreds of pixels from all over the frame.
+constexpr std::size_t kCheckedStep = 16411;
+
+// Integers cannot say what lies beyond full signal.
+double expected(double value, Tavrin::PixelFormat format)
+{
+    return Tavrin::isIntegerDepth(depthOf(format)) ? std::clamp(value, 0.0, 1.0) : value;
+}
+
+double largestError(Task const& task, Runnable const& runnable)
+{
+    runnable.run();
+    runnable.deliver();
+    unsigned char const* const source = picture(task.in, Arrangement::Interleaved);
+    double largest = 0.0;
+    for (std::size_t pixel = 0; pixel < kPixels; pixel += kCheckedStep)
+    {
+        Rgb const wanted = evaluate(task.work, pixelAt(source, task.in, Arrangement::Interleaved, pixel));
+        Rgb const got = pixelAt(destinationFrame(), task.out, runnable.arrangement, pixel);
+        for (std::size_t c = 0; c < got.size(); ++c)
+        {
+            double const value = expected(wanted[c], task.out);
+            double const error = std::abs(got[c] - value) / std::max(1.0, std::abs(value));
+            largest = error <= largest ? largest : error; // NaN is the largest of all
+        }
+    }
+    return largest;
+}
+
+// One and a half codes: participants may round in any way. Floats may come from approximations and through 16 bits.
+double tolerance(Tavrin::PixelFormat format)
+{
+    constexpr double kApproximation = 1e-3;
+    Tavrin::BitDepth const depth = depthOf(format);
+    double const code = Tavrin::isIntegerDepth(depth) ? 1.0 / static_cast<double>(Tavrin::getBitDepthMaxValue(depth)) : 0.0;
+    return std::max(1.5 * code, kApproximation);
+}
+
+Result checked(Task const& task, Entrant const& entrant)
+{
+    Result result = {entrant.participant, entrant.runnable.arrangement};
+    if (entrant.participant->role == Role::Copy)
+        return result;
+    result.largestError = largestError(task, entrant.runnable);
+    result.sameWork = *result.largestError <= tolerance(task.out);
+    return result;
+}
+
+// ---------------------------------------------------------------- the clock
+
+// Keeps the time of every repetition, in nanoseconds a pixel, by the name of the benchmark, and prints nothing.
+class Recorder : public benchmark::BenchmarkReporter
+{
+public:
+    bool ReportContext(Context const&) override { return true; }
+    void ReportRuns(std::vector<Run> const& runs) override
+    {
+        for (Run const& run : runs)
+        {
+            if (run.run_type == Run::RT_Iteration)
+                times[run.run_name.function_name].push_back(run.GetAdjustedCPUTime() / static_cast<double>(kPixels));
+        }
+    }
+
+    std::map<std::string, std::vector<double>> times;
+};
+
+double quantile(std::vector<double> const& sorted, double part)
+{
+    double const at = part * static_cast<double>(sorted.size() - 1);
+    std::size_t const below = static_cast<std::size_t>(at);
+    return std::lerp(sorted[below], sorted[std::min(below + 1, sorted.size() - 1)], at - static_cast<double>(below));
+}
+
+Timing timingOf(std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    double const median = quantile(times, 0.5);
+    return {median, (quantile(times, 0.75) - quantile(times, 0.25)) / median};
+}
+
+// The repetitions of all entrants come in random order, so that whatever disturbs the machine for a while disturbs all of them.
+// What threads of a library did would count too.
+std::map<std::string, std::vector<double>> timesOf(std::vector<Entrant> const& entrants, Effort const& effort)
+{
+    benchmark::ClearRegisteredBenchmarks();
+    for (Entrant const& entrant : entrants)
+    {
+        auto const loop = [run = entrant.runnable.run](benchmark::State& state)
+        {
+            for (auto _ : state)
+                run();
+        };
+        benchmark::RegisterBenchmark(entrant.participant->name.c_str(), loop)
+            ->Repetitions(static_cast<int>(effort.repetitions))
+            ->MinTime(effort.seconds)
+            ->MeasureProcessCPUTime();
+    }
+    Recorder recorder;
+    benchmark::RunSpecifiedBenchmarks(&recorder, ".");
+    benchmark::ClearRegisteredBenchmarks();
+    return std::move(recorder.times);
+}
+
+std::optional<double> fastest(std::vector<Result> const& results, Role role)
+{
+    std::optional<double> best;
+    for (Result const& result : results)
+    {
+        if (result.participant->role == role && result.sameWork)
+            best = std::min(best.value_or(result.timing.nanoseconds), result.timing.nanoseconds);
+    }
+    return best;
+}
+
+void setRatios(std::vector<Result>& results)
+{
+    std::optional<double> const peer = fastest(results, Role::Peer);
+    double const copy = fastest(results, Role::Copy).value();
+    for (Result& result : results)
+    {
+        result.ratioToCopy = result.timing.nanoseconds / copy;
+        if (peer)
+            result.ratioToBestPeer = result.timing.nanoseconds / *peer;
+    }
+}
+
+} // namespace
+
+std::string nameOf(Task const& task)
+{
+    return task.work.name + "/" + formatNames(task.in, task.out);
+}
+
+std::vector<Task> tasks()
+{
+    std::vector<Task> all;
+    for (Tavrin::PixelFormat const format : kFormats)
+    {
+        for (Work const& work : works())
+        {
+            if (!work.operators.empty())
+                all.push_back({work, format, format});
+        }
+    }
+    for (FormatPair const& pair : kConversions)
+        all.push_back({works().front(), pair.in, pair.out});
+    return all;
+}
+
+std::optional<Row> measure(Task const& task, Effort const& effort)
+{
+    std::vector<Entrant> const all = entrants(task);
+    if (Tavrin::getNumChannels(task.in) == 3 && std::none_of(all.begin(), all.end(), onPlanes))
+        return std::nullopt;
+    Row row = {task, {}};
+    for (Entrant const& entrant : all)
+        row.results.push_back(checked(task, entrant));
+    std::map<std::string, std::vector<double>> const times = timesOf(all, effort);
+    for (Result& result : row.results)
+        result.timing = timingOf(times.at(result.participant->name));
+    setRatios(row.results);
+    return row;
+}
+
+} // namespace Bench
