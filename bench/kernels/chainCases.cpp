@@ -44,7 +44,8 @@ double kernelsInCache(Rendering::Pipeline const& pipeline, PixelFormat format)
                       [&]
                       {
                           for (Rendering::LineKernel const& kernel : kernels)
-                              kernel.function(kernel.parameters, block, Block::kPixels, {0, 0});
+                              kernel.function(kernel.parameters, block, Block::kPixels, {0, 0},
+                                              kernel.keepsAlpha ? Rendering::Outputs::Colors : Rendering::Outputs::ColorsAndAlpha);
                       });
     return clock.nanosecondsPerPixel();
 }

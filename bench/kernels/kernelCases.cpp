@@ -38,7 +38,7 @@ std::map<BlockFunction, std::string> kernelNames()
 }
 
 // Pixels are loaded into the block for every call, as they are for a renderer that stands first.
-void runKernel(benchmark::State& state, Rendering::Pipeline const& pipeline, Tavrin::PixelFormat in)
+void runKernel(benchmark::State& state, Rendering::Pipeline const& pipeline, Tavrin::PixelFormat in, Rendering::Outputs outputs)
 {
     Rendering::VirtualRenderer const& renderer = (*pipeline.renderers)[0];
     Rendering::LineParameters room;
@@ -50,7 +50,7 @@ void runKernel(benchmark::State& state, Rendering::Pipeline const& pipeline, Tav
     runInCache(
         state, Block::kPixels, [&] { load(sourceFrame(), Block::kPixels, block); },
         [&] {
-            kernel.function(kernel.parameters, block, Block::kPixels, {0, 0});
+            kernel.function(kernel.parameters, block, Block::kPixels, {0, 0}, outputs);
         });
 }
 
@@ -69,8 +69,10 @@ bool addKernels()
             std::fprintf(stderr, "A kernel that another case has: %s\n", sample.elements.substr(0, 200).c_str());
             return false;
         }
-        addInCache("kernel/" + name->second,
-                   [pipeline, in = sample.in](benchmark::State& state) { runKernel(state, *pipeline, in); });
+        addInCache("kernel/" + name->second, [pipeline, in = sample.in](benchmark::State& state)
+                   { runKernel(state, *pipeline, in, Rendering::Outputs::ColorsAndAlpha); });
+        addInCache("colors/" + name->second, [pipeline, in = sample.in](benchmark::State& state)
+                   { runKernel(state, *pipeline, in, Rendering::Outputs::Colors); });
         names.erase(name);
     }
     for (auto const& [function, name] : names)

@@ -47,8 +47,8 @@ public:
     LineKernel prepareLine(LineParameters&) const override
     {
         if (m_noise.empty())
-            return {m_scaleFunction, &m_scaleParameters};
-        return {m_ditherFunction, &m_ditherParameters};
+            return makeLineKernel(m_scaleFunction, m_scaleParameters);
+        return makeLineKernel(m_ditherFunction, m_ditherParameters);
     }
 
 private:

@@ -81,7 +81,7 @@ public:
         float const contrast = getContrast();
         float const gain = getGain(std::pow(2.0F, static_cast<float>(getExposure())));
         ExposureContrastParameters const parameters{gain / m_pivotIn, contrast, m_pivotOut, m_alphaScale};
-        return {contrast == 1.0F ? m_exposureAlone : m_exposureAndContrast, room.hold(parameters)};
+        return makeLineKernel(contrast == 1.0F ? m_exposureAlone : m_exposureAndContrast, room.hold(parameters));
     }
 
 protected:
@@ -138,7 +138,7 @@ public:
         parameters.scale = slope;
         parameters.offset = shift * slope + m_pivotOut;
         parameters.alphaScale = m_alphaScale;
-        return {m_kernel, room.hold(parameters)};
+        return makeLineKernel(m_kernel, room.hold(parameters));
     }
 
 private:

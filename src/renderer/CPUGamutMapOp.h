@@ -8,6 +8,8 @@ namespace Rendering
 struct GamutMapParameters
 {
     float depthScale; // from the input depth's code values to the output depth's
+
+    bool keepsAlpha() const { return depthScale == 1.0F; }
 };
 
 } // namespace Rendering

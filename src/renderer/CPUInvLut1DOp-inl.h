@@ -25,7 +25,7 @@ inline constexpr std::size_t kChunkPixels = kChunkVectors * hn::MaxLanes(hn::Sca
 // A chunk of vectors is searched together, so that the steps of one do not wait for those of another.
 struct SearchInverse : InvLut1DParameters
 {
-    void RunBlock(Block& block, unsigned int count) const
+    void RunBlock(Block& block, unsigned int count, Outputs outputs) const
     {
         const std::size_t lanes = hn::Lanes(D());
         for (std::size_t begin = 0; begin < count; begin += kChunkPixels)
@@ -34,7 +34,7 @@ struct SearchInverse : InvLut1DParameters
             SearchChunk(column[0], block.red + begin, vectors);
             SearchChunk(column[1], block.green + begin, vectors);
             SearchChunk(column[2], block.blue + begin, vectors);
-            for (std::size_t i = begin; i < begin + vectors * lanes; i += lanes)
+            for (std::size_t i = begin; outputs == Outputs::ColorsAndAlpha && i < begin + vectors * lanes; i += lanes)
                 hn::Store(hn::Mul(hn::Load(D(), block.alpha + i), hn::Set(D(), alphaScale)), D(), block.alpha + i);
         }
     }

@@ -30,6 +30,8 @@ struct InvLut1DParameters
     InverseColumn column[3];
     float scale;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 // How many of the lowest bits the index drops: 256 buckets an octave.

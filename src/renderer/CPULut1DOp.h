@@ -15,6 +15,8 @@ struct Lut1DParameters
     // The last row.
     float maxIndex;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 } // namespace Rendering

@@ -70,7 +70,7 @@ public:
     }
 
     RendererKind getOpType() const override { return kKind; }
-    LineKernel prepareLine(LineParameters&) const override { return {m_function, &m_parameters}; }
+    LineKernel prepareLine(LineParameters&) const override { return makeLineKernel(m_function, m_parameters); }
 
 private:
     BlockFunction m_function;

@@ -17,6 +17,8 @@ struct Lut3DParameters
     // The last grid position.
     float maxIndex;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 } // namespace Rendering

@@ -9,6 +9,8 @@ namespace Rendering
 struct ScaleParameters
 {
     float scale[4]; // red, green, blue, alpha
+
+    bool keepsAlpha() const { return scale[3] == 1.0F; }
 };
 
 struct ScaleWithOffsetParameters
@@ -20,11 +22,15 @@ struct ScaleWithOffsetParameters
 // column[c][r] is what input channel c contributes to output channel r.
 struct MatrixParameters
 {
+    static constexpr bool kMixesAlpha = true;
+
     float column[4][4];
 };
 
 struct MatrixWithOffsetParameters
 {
+    static constexpr bool kMixesAlpha = true;
+
     float column[4][4];
     float offset[4];
 };

@@ -13,6 +13,8 @@ struct RangeParameters
     float lowerBound;
     float upperBound;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 } // namespace Rendering

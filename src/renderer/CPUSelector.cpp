@@ -5,6 +5,7 @@
 #include "renderer/CPUMatrixOp.h"
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/kernelsBytes.h"
+#include "renderer/pixelLayout.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -82,9 +83,23 @@ struct RunningRenderer
 {
     LineKernel kernel;
     LineParameters parameters;
+    // Some later renderer, or the destination, takes the alpha that this one gives.
+    bool alphaIsRead;
+
+    Outputs outputs() const { return alphaIsRead && !kernel.keepsAlpha ? Outputs::ColorsAndAlpha : Outputs::Colors; }
 };
 
 using RunningRenderers = boost::container::small_vector<RunningRenderer, 16>;
+
+void findReadersOfAlpha(TransformProcessor const& renderers, PixelFormat out, RunningRenderers& running)
+{
+    bool isRead = hasAlpha(layoutOf(out));
+    for (std::size_t i = running.size(); i-- > 0;)
+    {
+        running[i].alphaIsRead = isRead;
+        isRead = isRead || renderers[i].mixesAlpha();
+    }
+}
 
 // A renderer that is bypassed still makes the change of depth that its place asks for.
 class BypassScales
@@ -101,7 +116,7 @@ public:
     {
         float const floatRange = Tavrin::getBitDepthValueRange(Tavrin::BIT_DEPTH_32f);
         float const scale = (isLast ? m_outRange : floatRange) / (isFirst ? m_inRange : floatRange);
-        return {m_function, room.hold(ScaleParameters{{scale, scale, scale, scale}})};
+        return makeLineKernel(m_function, room.hold(ScaleParameters{{scale, scale, scale, scale}}));
     }
 
 private:
@@ -181,6 +196,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
 
     Block block;
     RunningRenderers running(renderers.size(), boost::container::default_init);
+    findReadersOfAlpha(renderers, m_out, running);
     for (unsigned int line = 0; line < roi.height; ++line)
     {
         Lut1DParameters const* const entries = getDirectEntries(renderers, m_in, m_out);
@@ -203,7 +219,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
                 continue;
             }
             for (RunningRenderer const& renderer : running)
-                renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line});
+                renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line}, renderer.outputs());
             store(block, count, target, upcoming);
         }
     }

@@ -28,8 +28,15 @@ struct ImagePosition
     unsigned int row;
 };
 
+// What is wanted of a renderer. Colours are the same either way; where they are all, alpha stays as it is.
+enum class Outputs
+{
+    ColorsAndAlpha,
+    Colors
+};
+
 // Runs one renderer's arithmetic in place over the first pixels of a block.
-using BlockFunction = void (*)(void const* parameters, Block& block, unsigned int count, ImagePosition position);
+using BlockFunction = void (*)(void const* parameters, Block& block, unsigned int count, ImagePosition position, Outputs outputs);
 
 } // namespace Rendering
 

@@ -28,8 +28,8 @@ HWY_INLINE void CallKernel(Kernel const& kernel, D d, V& r, V& g, V& b, V& a, Im
         kernel(d, r, g, b, a);
 }
 
-// Runs a kernel vector by vector.
-template <class Kernel>
+// Runs a kernel vector by vector. Where alpha is not wanted, the compiler leaves out all that only alpha needs.
+template <Outputs kOutputs, class Kernel>
 HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position)
 {
     const hn::ScalableTag<float> d;
@@ -44,21 +44,24 @@ HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int 
         hn::Store(red, d, block.red + i);
         hn::Store(green, d, block.green + i);
         hn::Store(blue, d, block.blue + i);
-        hn::Store(alpha, d, block.alpha + i);
+        if constexpr (kOutputs == Outputs::ColorsAndAlpha)
+            hn::Store(alpha, d, block.alpha + i);
     }
 }
 
 // Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
 // image position of the vectors' first pixel, which the others follow in the same row. A kernel that works in several steps over
-// many vectors has an operation RunBlock(block, count) instead.
+// many vectors has an operation RunBlock(block, count, outputs) instead.
 template <class Kernel, class Parameters>
-void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position)
+void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position, Outputs outputs)
 {
     const Kernel kernel{*static_cast<Parameters const*>(parameters)};
-    if constexpr (requires { kernel.RunBlock(block, count); })
-        kernel.RunBlock(block, count);
+    if constexpr (requires { kernel.RunBlock(block, count, outputs); })
+        kernel.RunBlock(block, count, outputs);
+    else if (outputs == Outputs::Colors)
+        RunOverVectors<Outputs::Colors>(kernel, block, count, position);
     else
-        RunOverVectors(kernel, block, count, position);
+        RunOverVectors<Outputs::ColorsAndAlpha>(kernel, block, count, position);
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -22,6 +22,11 @@ bool VirtualRenderer::takesCodes() const
     return false;
 }
 
+bool VirtualRenderer::mixesAlpha() const
+{
+    return false;
+}
+
 Lut1DParameters const* VirtualRenderer::getDirectEntries(Tavrin::BitDepth, Tavrin::BitDepth) const
 {
     return nullptr;

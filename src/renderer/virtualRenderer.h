@@ -31,19 +31,31 @@ struct LineKernel
 {
     BlockFunction function;
     void const* parameters;
+    // Alpha comes out as it goes in.
+    bool keepsAlpha;
 };
+
+// Parameters may tell that they keep alpha; those that do not are taken to change it.
+template <class Parameters>
+LineKernel makeLineKernel(BlockFunction function, Parameters const& parameters)
+{
+    if constexpr (requires { parameters.keepsAlpha(); })
+        return {function, &parameters, parameters.keepsAlpha()};
+    else
+        return {function, &parameters, false};
+}
 
 // Room for parameters that hold for one line only, since they follow from dynamic values.
 struct LineParameters
 {
     alignas(16) std::byte bytes[256];
 
-    // Puts a copy into the room and returns its address.
+    // Puts a copy into the room and returns it.
     template <class Parameters>
-    Parameters const* hold(Parameters const& parameters)
+    Parameters const& hold(Parameters const& parameters)
     {
         static_assert(sizeof(Parameters) <= sizeof bytes && std::is_trivially_copyable_v<Parameters>);
-        return ::new (static_cast<void*>(bytes)) Parameters(parameters);
+        return *::new (static_cast<void*>(bytes)) Parameters(parameters);
     }
 };
 
@@ -72,6 +84,9 @@ public:
     // renderer is the only one, they go straight from the tables into the destination, and its kernel has nothing to do. Null if
     // there are none.
     virtual Lut1DParameters const* getDirectEntries(Tavrin::BitDepth input, Tavrin::BitDepth output) const;
+
+    // Whether colours follow from alpha too.
+    virtual bool mixesAlpha() const;
 
     // Whether the next line is only to change its depth.
     bool isBypassed() const { return m_bypass->getValue(); }
@@ -105,7 +120,14 @@ public:
     }
 
     RendererKind getOpType() const override { return kKind; }
-    LineKernel prepareLine(LineParameters&) const override { return {m_function, &m_parameters}; }
+    LineKernel prepareLine(LineParameters&) const override { return makeLineKernel(m_function, m_parameters); }
+    bool mixesAlpha() const override
+    {
+        return requires
+        {
+            Parameters::kMixesAlpha;
+        };
+    }
 
 protected:
     Parameters const& getParameters() const { return m_parameters; }
