@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 
 namespace Rendering
 {
@@ -20,7 +21,8 @@ namespace Rendering
 namespace
 {
 
-// From this size on a separate destination would push everything else out of the caches, and so goes past them.
+// From this size on a separate destination picture would push everything else out of the caches, and so goes past them, whether it
+// is rendered whole, in strips or in small regions.
 constexpr std::size_t kStreamedBytes = std::size_t{4} << 20;
 
 // The lines of one side of a call.
@@ -74,7 +76,7 @@ bool overlap(SourceLines const& source, DestinationLines const& destination, ROI
 
 bool wantsStreaming(SourceLines const& source, DestinationLines const& destination, ROI const& roi)
 {
-    std::size_t const bytes = std::size_t{roi.width} * roi.height * destination.pixelBytes();
+    std::size_t const bytes = std::size_t{roi.imageWidth} * roi.imageHeight * destination.pixelBytes();
     return bytes >= kStreamedBytes && !overlap(source, destination, roi);
 }
 
@@ -155,23 +157,28 @@ class ByteLines
 {
 public:
     ByteLines(PixelFormat in, PixelFormat out, bool streams)
-        : m_function(_isOfBytes(in) && _isOfBytes(out) ? getByteLineFunction() : nullptr), m_layouts(in, out), m_streams(streams)
+        : m_function(_isOfBytes(in) && _isOfBytes(out) ? getByteLineFunction() : nullptr), m_in(in), m_out(out), m_streams(streams)
     {
     }
 
     explicit operator bool() const { return m_function != nullptr; }
 
-    void render(Lut1DParameters const& entries, std::uint8_t const* source, std::uint8_t* destination, unsigned int count) const
+    void render(Lut1DParameters const& entries, std::uint8_t const* source, std::uint8_t* destination, unsigned int count)
     {
-        m_function(m_layouts, entries.table, source, destination, count, m_streams);
+        if (!m_layouts)
+            m_layouts.emplace(m_in, m_out);
+        m_function(*m_layouts, entries.table, source, destination, count, m_streams);
     }
 
 private:
     static bool _isOfBytes(PixelFormat format) { return Color::Utils::depthOf(format) == Tavrin::BIT_DEPTH_8i; }
 
     ByteLineFunction m_function;
-    ByteLayouts m_layouts;
+    PixelFormat m_in;
+    PixelFormat m_out;
     bool m_streams;
+    // Made when they are needed: they take as long as a hundred pixels.
+    std::optional<ByteLayouts> m_layouts;
 };
 
 } // namespace
@@ -191,7 +198,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
     BypassScales const bypassScales(m_in, m_out);
     bool const streams = wantsStreaming(source, destination, roi);
     StoreFunction const store = streams ? m_destination.stream : m_destination.store;
-    ByteLines const byteLines(m_in, m_out, streams);
+    ByteLines byteLines(m_in, m_out, streams);
     EntryStoreFunction const storeEntries = streams ? m_destination.streamEntries : m_destination.storeEntries;
 
     Block block;

@@ -247,6 +247,36 @@ TEST(Engine, LargePicturesThatAreStreamedHaveTheSameBytesAsSmallOnes)
     }
 }
 
+TEST(Engine, RegionsOfALargePictureThatAreStreamedHaveTheBytesOfTheWholeAndTouchNothingElse)
+{
+    // 5.2 MB of output, in squares that start and end at all sorts of addresses.
+    constexpr unsigned int kWidth = 1027;
+    constexpr unsigned int kHeight = 320;
+    constexpr unsigned int kSide = 37;
+    MatrixOp const op = mixing();
+    std::vector<unsigned char> const source = PixelModel::sensiblePixels(Tavrin::PF_RGB_16i, kWidth * kHeight, 9);
+    Rendering::CPURenderer renderer = rendererOf(transformOf({&op}), Tavrin::PF_RGB_16i, Tavrin::PF_RGBA_32f);
+    std::vector<float> whole(kWidth * kHeight * 4);
+    renderer.apply(source.data(), whole.data(), ROI(0, 0, kWidth, kHeight), 0, 0);
+    std::vector<float> const untouched(whole.size(), -1.0F);
+    for (unsigned int y = 0; y < kHeight; y += 2 * kSide)
+    {
+        for (unsigned int x = 0; x < kWidth; x += 2 * kSide)
+        {
+            ROI const square(x, y, std::min(kSide, kWidth - x), std::min(kSide, kHeight - y), kWidth, kHeight);
+            std::vector<float> expected = untouched;
+            for (unsigned int row = y; row < y + square.height; ++row)
+            {
+                auto const begin = static_cast<std::ptrdiff_t>((row * kWidth + x) * 4);
+                std::copy_n(whole.begin() + begin, square.width * 4, expected.begin() + begin);
+            }
+            std::vector<float> part = untouched;
+            renderer.apply(source.data(), part.data(), square, 0, 0);
+            ASSERT_EQ(0, std::memcmp(expected.data(), part.data(), part.size() * sizeof(float))) << x << ' ' << y;
+        }
+    }
+}
+
 TEST(Engine, ABypassedRendererOnlyChangesTheDepthThatItsPlaceAsksFor)
 {
     MatrixOp op = scaleBy(0.25F);
