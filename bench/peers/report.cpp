@@ -2,17 +2,15 @@
 #include "peers/report.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
-#include <fstream>
+#include <cstdio>
+#include <string>
 
 namespace Bench
 {
 
 namespace
 {
-
-using Json = nlohmann::ordered_json;
 
 char const* nameOf(Role role)
 {
@@ -24,18 +22,6 @@ char const* nameOf(Role role)
         return "peer";
     case Role::Copy:
         return "copy";
-    }
-    return "";
-}
-
-// Empty where the system does not tell.
-std::string processorName()
-{
-    std::ifstream file("/proc/cpuinfo");
-    for (std::string line; std::getline(file, line);)
-    {
-        if (line.rfind("model name", 0) == 0)
-            return line.substr(line.find(": ") + 2);
     }
     return "";
 }
@@ -98,17 +84,17 @@ void printRow(Row const& row)
     std::fflush(stdout);
 }
 
-bool writeJson(std::string const& path, std::vector<Row> const& rows, Effort const& effort)
+Json jsonOf(std::vector<Row> const& rows, Effort const& effort)
 {
-    Json json = {{"kind", "peers"},   {"processor", processorName()},      {"width", kWidth},
-                 {"height", kHeight}, {"repetitions", effort.repetitions}, {"missing", missingLibraries()}};
+    Json json = jsonHead("peers", effort);
+    json["width"] = kWidth;
+    json["height"] = kHeight;
+    json["missing"] = missingLibraries();
     for (Participant const& participant : participants())
         json["participants"].push_back(jsonOf(participant));
     for (Row const& row : rows)
         json["rows"].push_back(jsonOf(row));
-    std::ofstream file(path);
-    file << json.dump(1) << '\n';
-    return static_cast<bool>(file.flush());
+    return json;
 }
 
 } // namespace Bench

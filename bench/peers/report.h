@@ -3,8 +3,8 @@
 #define TAVRIN_BENCH_PEERS_REPORT_H
 
 #include "peers/row.h"
+#include "shared/program.h"
 
-#include <string>
 #include <vector>
 
 namespace Bench
@@ -14,8 +14,7 @@ namespace Bench
 void printHead();
 void printRow(Row const& row);
 
-// False when the file can't be written.
-bool writeJson(std::string const& path, std::vector<Row> const& rows, Effort const& effort);
+Json jsonOf(std::vector<Row> const& rows, Effort const& effort);
 
 } // namespace Bench
 

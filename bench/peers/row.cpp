@@ -3,11 +3,10 @@
 
 #include "peers/evaluate.h"
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cmath>
-#include <map>
+#include <functional>
+#include <vector>
 
 namespace Bench
 {
@@ -104,58 +103,13 @@ Result checked(Task const& task, Entrant const& entrant)
 
 // ---------------------------------------------------------------- the clock
 
-// Keeps the time of every repetition, in nanoseconds a pixel, by the name of the benchmark, and prints nothing.
-class Recorder : public benchmark::BenchmarkReporter
+// What threads of a library did counts too.
+std::vector<Timing> timingsOf(std::vector<Entrant> const& entrants, Effort const& effort)
 {
-public:
-    bool ReportContext(Context const&) override { return true; }
-    void ReportRuns(std::vector<Run> const& runs) override
-    {
-        for (Run const& run : runs)
-        {
-            if (run.run_type == Run::RT_Iteration)
-                times[run.run_name.function_name].push_back(run.GetAdjustedCPUTime() / static_cast<double>(kPixels));
-        }
-    }
-
-    std::map<std::string, std::vector<double>> times;
-};
-
-double quantile(std::vector<double> const& sorted, double part)
-{
-    double const at = part * static_cast<double>(sorted.size() - 1);
-    std::size_t const below = static_cast<std::size_t>(at);
-    return std::lerp(sorted[below], sorted[std::min(below + 1, sorted.size() - 1)], at - static_cast<double>(below));
-}
-
-Timing timingOf(std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    double const median = quantile(times, 0.5);
-    return {median, (quantile(times, 0.75) - quantile(times, 0.25)) / median};
-}
-
-// The repetitions of all entrants come in random order, so that whatever disturbs the machine for a while disturbs all of them.
-// What threads of a library did would count too.
-std::map<std::string, std::vector<double>> timesOf(std::vector<Entrant> const& entrants, Effort const& effort)
-{
-    benchmark::ClearRegisteredBenchmarks();
+    std::vector<std::function<void()>> works;
     for (Entrant const& entrant : entrants)
-    {
-        auto const loop = [run = entrant.runnable.run](benchmark::State& state)
-        {
-            for (auto _ : state)
-                run();
-        };
-        benchmark::RegisterBenchmark(entrant.participant->name.c_str(), loop)
-            ->Repetitions(static_cast<int>(effort.repetitions))
-            ->MinTime(effort.seconds)
-            ->MeasureProcessCPUTime();
-    }
-    Recorder recorder;
-    benchmark::RunSpecifiedBenchmarks(&recorder, ".");
-    benchmark::ClearRegisteredBenchmarks();
-    return std::move(recorder.times);
+        works.push_back(entrant.runnable.run);
+    return timingsOf(works, kPixels, effort, Clock::Processor);
 }
 
 std::optional<double> fastest(std::vector<Result> const& results, Role role)
@@ -212,9 +166,9 @@ std::optional<Row> measure(Task const& task, Effort const& effort)
     Row row = {task, {}};
     for (Entrant const& entrant : all)
         row.results.push_back(checked(task, entrant));
-    std::map<std::string, std::vector<double>> const times = timesOf(all, effort);
-    for (Result& result : row.results)
-        result.timing = timingOf(times.at(result.participant->name));
+    std::vector<Timing> const timings = timingsOf(all, effort);
+    for (std::size_t i = 0; i < timings.size(); ++i)
+        row.results[i].timing = timings[i];
     setRatios(row.results);
     return row;
 }

@@ -3,6 +3,7 @@
 #define TAVRIN_BENCH_PEERS_ROW_H
 
 #include "peers/participant.h"
+#include "shared/clock.h"
 
 #include <optional>
 #include <string>
@@ -17,18 +18,11 @@ std::string nameOf(Task const& task);
 // Every work in every format that it may be measured in. Those of one format follow each other, so that the picture is drawn once.
 std::vector<Task> tasks();
 
-struct Timing
-{
-    // Median of the repetitions, in nanoseconds of processor time a pixel.
-    double nanoseconds;
-    // From the lower to the upper quartile, as a part of the median.
-    double spread;
-};
-
 struct Result
 {
     Participant const* participant;
     Arrangement arrangement;
+    // Of a pixel.
     Timing timing = {};
     // Against double precision, as a part of full signal, or of the value where that is larger. Nothing for a copy.
     std::optional<double> largestError = {};
@@ -43,13 +37,6 @@ struct Row
 {
     Task task;
     std::vector<Result> results;
-};
-
-struct Effort
-{
-    unsigned int repetitions;
-    // At least so long is each repetition.
-    double seconds;
 };
 
 // Nothing where nobody takes part who needs this task: three channels are there for peers that work on planes.
