@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/CPUCDLOp.h"
+#include "renderer/blockLoop-inl.h"
 #include "renderer/limit-inl.h"
 #include "renderer/vectorMath-inl.h"
 
@@ -18,128 +19,80 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// The steps that the styles are made of, on red, green and blue.
-template <class D, class V>
-class CDLSteps
-{
-public:
-    HWY_INLINE CDLSteps(D d, CDLParameters const& parameters, V& r, V& g, V& b) : m_d(d), m_p(parameters), m_v{&r, &g, &b} {}
-
-    HWY_INLINE void ScaleIn() const
-    {
-        for (V* v : m_v)
-            *v = hn::Mul(*v, hn::Set(m_d, m_p.inScale));
-    }
-
-    HWY_INLINE void Slope() const
-    {
-        for (int c = 0; c < 3; ++c)
-            *m_v[c] = hn::Mul(*m_v[c], hn::Set(m_d, m_p.slope[c]));
-    }
-
-    HWY_INLINE void Offset() const
-    {
-        for (int c = 0; c < 3; ++c)
-            *m_v[c] = hn::Add(*m_v[c], hn::Set(m_d, m_p.offset[c]));
-    }
-
-    // To 0 to 1; a NaN becomes 0.
-    HWY_INLINE void Clamp() const
-    {
-        for (V* v : m_v)
-            *v = AtMost(AtLeast(*v, hn::Zero(m_d)), hn::Set(m_d, 1.0F));
-    }
-
-    // The clamp and the power: the power's own choice of what is above 0 does for the lower clamp.
-    HWY_INLINE void ClampedPower() const
-    {
-        for (int c = 0; c < 3; ++c)
-        {
-            const V v = *m_v[c];
-            *m_v[c] = PowerWhere(m_d, hn::Gt(v, hn::Zero(m_d)), AtMost(v, hn::Set(m_d, 1.0F)), m_p.power[c]);
-        }
-    }
-
-    // Negative values pass through.
-    HWY_INLINE void OpenPower() const
-    {
-        for (int c = 0; c < 3; ++c)
-        {
-            const V v = *m_v[c];
-            const V p = Power(m_d, v, m_p.power[c]);
-            *m_v[c] = hn::IfThenElse(hn::Lt(v, hn::Zero(m_d)), v, p);
-        }
-    }
-
-    HWY_INLINE void Saturation() const
-    {
-        // Luma of ITU-R BT.709. The added zero is the fourth lane's share, and turns a negative zero around.
-        const V red = hn::Mul(*m_v[0], hn::Set(m_d, 0.2126F));
-        const V green = hn::Mul(*m_v[1], hn::Set(m_d, 0.7152F));
-        const V blue = hn::Mul(*m_v[2], hn::Set(m_d, 0.0722F));
-        const V luma = hn::Add(hn::Add(red, green), hn::Add(blue, hn::Zero(m_d)));
-        for (V* v : m_v)
-            *v = hn::Add(luma, hn::Mul(hn::Set(m_d, m_p.saturation), hn::Sub(*v, luma)));
-    }
-
-    HWY_INLINE void ScaleOut() const
-    {
-        for (V* v : m_v)
-            *v = hn::Mul(*v, hn::Set(m_d, m_p.outScale));
-    }
-
-private:
-    D m_d;
-    CDLParameters const& m_p;
-    V* m_v[3];
-};
-
+// Each channel's slope, offset and power, before the saturation, which knows all channels, or after it in reverse.
 template <bool kIsReverse, bool kClamps>
 struct CDL : CDLParameters
 {
+    void RunBlock(Block& block, unsigned int count, Outputs outputs) const
+    {
+        if constexpr (!kIsReverse)
+            RunColorCurves(*this, block, count);
+        RunOverVectors(*this, block, count, {}, outputs);
+        if constexpr (kIsReverse)
+            RunColorCurves(*this, block, count);
+    }
+
+    template <class D, class V>
+    HWY_INLINE V Curve(D d, V in, int channel) const
+    {
+        const auto slopes = hn::Set(d, slope[channel]);
+        const auto offsets = hn::Set(d, offset[channel]);
+        if constexpr (!kIsReverse)
+        {
+            const V scaled = wide::Mul(in, hn::Set(d, inScale));
+            return RaiseToPower(d, wide::Add(wide::Mul(scaled, slopes), offsets), power[channel]);
+        }
+        const V v = wide::Mul(wide::Add(RaiseToPower(d, in, power[channel]), offsets), slopes);
+        return wide::Mul(ClampIfAny(d, v), hn::Set(d, outScale));
+    }
+
+    // The saturation, with what else comes before the curves or after them.
     template <class D, class V>
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
-        const CDLSteps<D, V> steps(d, *this, r, g, b);
-        steps.ScaleIn();
         if constexpr (kIsReverse)
-            Reverse(steps);
-        else
-            Forward(steps);
-        if constexpr (kClamps)
-            steps.Clamp();
-        steps.ScaleOut();
+            ForEach([&](V& v) HWY_ATTR { v = ClampIfAny(d, hn::Mul(v, hn::Set(d, inScale))); }, r, g, b);
+        Saturate(d, r, g, b);
+        if constexpr (!kIsReverse)
+            ForEach([&](V& v) HWY_ATTR { v = hn::Mul(ClampIfAny(d, v), hn::Set(d, outScale)); }, r, g, b);
         a = hn::Mul(a, hn::Set(d, alphaScale));
     }
 
 private:
-    template <class Steps>
-    static HWY_INLINE void Forward(Steps const& steps)
+    template <class Function, class... Vectors>
+    static HWY_INLINE void ForEach(Function const& function, Vectors&... vectors)
     {
-        steps.Slope();
-        steps.Offset();
-        RaiseToPower(steps);
-        steps.Saturation();
+        (function(vectors), ...);
     }
 
-    template <class Steps>
-    static HWY_INLINE void Reverse(Steps const& steps)
+    // To 0 to 1; a NaN becomes 0.
+    template <class D, class V>
+    static HWY_INLINE V ClampIfAny(D d, V v)
     {
         if constexpr (kClamps)
-            steps.Clamp();
-        steps.Saturation();
-        RaiseToPower(steps);
-        steps.Offset();
-        steps.Slope();
-    }
-
-    template <class Steps>
-    static HWY_INLINE void RaiseToPower(Steps const& steps)
-    {
-        if constexpr (kClamps)
-            steps.ClampedPower();
+            return AtMost(AtLeast(v, hn::Zero(d)), hn::Set(d, 1.0F));
         else
-            steps.OpenPower();
+            return v;
+    }
+
+    template <class D, class V>
+    static HWY_INLINE V RaiseToPower(D d, V v, float exponent)
+    {
+        if constexpr (kClamps) // The power's own choice of what is above 0 does for the lower clamp.
+            return PowerAbove(d, AtMost(v, hn::Set(d, 1.0F)), exponent, v, hn::Zero(d));
+        else // Negative values pass through.
+            return wide::IfThenElse(wide::Lt(v, hn::Zero(d)), v, Power(d, v, exponent));
+    }
+
+    template <class D, class V>
+    HWY_INLINE void Saturate(D d, V& r, V& g, V& b) const
+    {
+        // Luma of ITU-R BT.709. The added zero is the fourth lane's share, and turns a negative zero around.
+        const V red = hn::Mul(r, hn::Set(d, 0.2126F));
+        const V green = hn::Mul(g, hn::Set(d, 0.7152F));
+        const V blue = hn::Mul(b, hn::Set(d, 0.0722F));
+        const V luma = hn::Add(hn::Add(red, green), hn::Add(blue, hn::Zero(d)));
+        ForEach([&](V& v) HWY_ATTR { v = hn::Add(luma, hn::Mul(hn::Set(d, saturation), hn::Sub(v, luma))); }, r, g, b);
     }
 };
 

@@ -51,6 +51,8 @@ struct CDLParameters
     float saturation;
     float outScale;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 } // namespace Rendering

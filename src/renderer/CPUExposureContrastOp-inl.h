@@ -21,21 +21,12 @@ template <bool kHasContrast>
 struct ExposureContrast : ExposureContrastParameters
 {
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in) const
+    HWY_INLINE V Curve(D d, V in, int /*channel*/) const
     {
-        V v = hn::Mul(in, hn::Set(d, inScale));
+        V v = wide::Mul(in, hn::Set(d, inScale));
         if constexpr (kHasContrast)
             v = Power(d, v, contrast);
-        return hn::Mul(v, hn::Set(d, outScale));
-    }
-
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = Curve(d, r);
-        g = Curve(d, g);
-        b = Curve(d, b);
-        a = hn::Mul(a, hn::Set(d, alphaScale));
+        return wide::Mul(v, hn::Set(d, outScale));
     }
 };
 

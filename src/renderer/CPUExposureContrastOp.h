@@ -13,6 +13,8 @@ struct ExposureContrastParameters
     float contrast;
     float outScale;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 } // namespace Rendering

@@ -23,17 +23,8 @@ struct GammaBasic : GammaBasicParameters
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {
-        const V x = hn::Mul(in, hn::Set(d, inScale));
-        return hn::Mul(Power(d, x, exponent[channel]), hn::Set(d, outScale));
-    }
-
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = Curve(d, r, 0);
-        g = Curve(d, g, 1);
-        b = Curve(d, b, 2);
-        a = Curve(d, a, 3);
+        const V x = wide::Mul(in, hn::Set(d, inScale));
+        return wide::Mul(Power(d, x, exponent[channel]), hn::Set(d, outScale));
     }
 };
 
@@ -44,24 +35,15 @@ struct GammaMoncurve : GammaMoncurveParameters
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {
-        const auto isAbove = hn::Lt(hn::Set(d, breakPoint[channel]), in);
         V p;
         if constexpr (kIsForward) // Above the break, which is not below 0, there is an offset to be above 0.
-            p = hn::Mul(PowerWhere(d, isAbove, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]),
-                        hn::Set(d, depthScale));
+            p = wide::Mul(PowerAbove(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel], in,
+                                     hn::Set(d, breakPoint[channel])),
+                          hn::Set(d, depthScale));
         else
-            p = hn::Sub(hn::Mul(Power(d, hn::Mul(in, hn::Set(d, depthScale)), gamma[channel]), hn::Set(d, scale[channel])),
-                        hn::Set(d, offset[channel]));
-        return hn::IfThenElse(isAbove, p, hn::Mul(in, hn::Set(d, slope[channel])));
-    }
-
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = Curve(d, r, 0);
-        g = Curve(d, g, 1);
-        b = Curve(d, b, 2);
-        a = Curve(d, a, 3);
+            p = wide::Sub(wide::Mul(Power(d, wide::Mul(in, hn::Set(d, depthScale)), gamma[channel]), hn::Set(d, scale[channel])),
+                          hn::Set(d, offset[channel]));
+        return wide::IfThenElse(wide::Lt(hn::Set(d, breakPoint[channel]), in), p, wide::Mul(in, hn::Set(d, slope[channel])));
     }
 };
 

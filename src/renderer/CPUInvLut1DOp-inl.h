@@ -8,6 +8,7 @@
 
 #include "renderer/CPUInvLut1DOp.h"
 #include "renderer/block.h"
+#include "renderer/curveLoop-inl.h"
 #include "renderer/gather-inl.h"
 
 #include <hwy/highway.h>
@@ -34,9 +35,9 @@ struct SearchInverse : InvLut1DParameters
             SearchChunk(column[0], block.red + begin, vectors);
             SearchChunk(column[1], block.green + begin, vectors);
             SearchChunk(column[2], block.blue + begin, vectors);
-            for (std::size_t i = begin; outputs == Outputs::ColorsAndAlpha && i < begin + vectors * lanes; i += lanes)
-                hn::Store(hn::Mul(hn::Load(D(), block.alpha + i), hn::Set(D(), alphaScale)), D(), block.alpha + i);
         }
+        if (outputs == Outputs::ColorsAndAlpha)
+            ScalePlane(block.alpha, count, alphaScale);
     }
 
 private:

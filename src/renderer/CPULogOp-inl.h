@@ -26,40 +26,26 @@ HWY_INLINE V FlooredLog2(D d, V x)
     return Log2OfPositive(d, AtLeast(x, hn::Set(d, 1.17549435e-38F)));
 }
 
-// The curves work on red, green and blue alike.
-template <class Curves>
-struct LogKernel : Curves
-{
-    template <class D, class V>
-    HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
-    {
-        r = this->Curve(d, r, 0);
-        g = this->Curve(d, g, 1);
-        b = this->Curve(d, b, 2);
-        a = hn::Mul(a, hn::Set(d, this->alphaScale));
-    }
-};
-
-struct LogCurves : LogParameters
+struct Log : LogParameters
 {
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int /*channel*/) const
     {
-        return hn::Mul(FlooredLog2(d, hn::Mul(in, hn::Set(d, inScale))), hn::Set(d, outFactor));
+        return wide::Mul(FlooredLog2(d, wide::Mul(in, hn::Set(d, inScale))), hn::Set(d, outFactor));
     }
 };
 
-struct AntiLogCurves : AntiLogParameters
+struct AntiLog : AntiLogParameters
 {
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int /*channel*/) const
     {
-        const V x = hn::Mul(hn::Mul(in, hn::Set(d, inScale)), hn::Set(d, logScale));
-        return hn::Mul(Exp2(d, x), hn::Set(d, outScale));
+        const V x = wide::Mul(wide::Mul(in, hn::Set(d, inScale)), hn::Set(d, logScale));
+        return wide::Mul(Exp2(d, x), hn::Set(d, outScale));
     }
 };
 
-struct LinToLogCurves : FilmLogParameters
+struct LinToLog : FilmLogParameters
 {
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
@@ -69,20 +55,15 @@ struct LinToLogCurves : FilmLogParameters
     }
 };
 
-struct LogToLinCurves : FilmLogParameters
+struct LogToLin : FilmLogParameters
 {
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {
-        const V x = hn::Mul(ScaleAndOffset(d, in, inScale[channel], inOffset[channel]), hn::Set(d, logScale));
+        const V x = wide::Mul(ScaleAndOffset(d, in, inScale[channel], inOffset[channel]), hn::Set(d, logScale));
         return ScaleAndOffset(d, Exp2(d, x), outScale[channel], outOffset[channel]);
     }
 };
-
-using Log = LogKernel<LogCurves>;
-using AntiLog = LogKernel<AntiLogCurves>;
-using LinToLog = LogKernel<LinToLogCurves>;
-using LogToLin = LogKernel<LogToLinCurves>;
 
 } // namespace Rendering::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

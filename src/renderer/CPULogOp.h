@@ -13,6 +13,8 @@ struct LogParameters
     float inScale;
     float outFactor;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 // exp2(in * inScale * logScale) * outScale
@@ -22,6 +24,8 @@ struct AntiLogParameters
     float logScale;
     float outScale;
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 // Arrays hold red, green and blue. To log: log2(max(in * inScale + inOffset, smallest normal)) * outScale + outOffset.
@@ -34,6 +38,8 @@ struct FilmLogParameters
     float outScale[3];
     float outOffset[3];
     float alphaScale;
+
+    bool keepsAlpha() const { return alphaScale == 1.0F; }
 };
 
 // These throw for styles that the kernel is not for.

@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/block.h"
+#include "renderer/curveLoop-inl.h"
 
 #include <hwy/highway.h>
 
@@ -28,9 +29,9 @@ HWY_INLINE void CallKernel(Kernel const& kernel, D d, V& r, V& g, V& b, V& a, Im
         kernel(d, r, g, b, a);
 }
 
-// Runs a kernel vector by vector. Where alpha is not wanted, the compiler leaves out all that only alpha needs.
+// Where alpha is not wanted, the compiler leaves out all that only alpha needs.
 template <Outputs kOutputs, class Kernel>
-HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position)
+HWY_INLINE void RunOverVectorsFor(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position)
 {
     const hn::ScalableTag<float> d;
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(d));
@@ -49,19 +50,30 @@ HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int 
     }
 }
 
+// Runs a kernel vector by vector.
+template <class Kernel>
+HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position, Outputs outputs)
+{
+    if (outputs == Outputs::Colors)
+        RunOverVectorsFor<Outputs::Colors>(kernel, block, count, position);
+    else
+        RunOverVectorsFor<Outputs::ColorsAndAlpha>(kernel, block, count, position);
+}
+
 // Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
-// image position of the vectors' first pixel, which the others follow in the same row. A kernel that works in several steps over
-// many vectors has an operation RunBlock(block, count, outputs) instead.
+// image position of the vectors' first pixel, which the others follow in the same row. A kernel whose channels do not know each
+// other has an operation Curve(d, values, channel) instead, on one vector or several; one that works in several steps over many
+// vectors has an operation RunBlock(block, count, outputs).
 template <class Kernel, class Parameters>
 void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position, Outputs outputs)
 {
     const Kernel kernel{*static_cast<Parameters const*>(parameters)};
     if constexpr (requires { kernel.RunBlock(block, count, outputs); })
         kernel.RunBlock(block, count, outputs);
-    else if (outputs == Outputs::Colors)
-        RunOverVectors<Outputs::Colors>(kernel, block, count, position);
+    else if constexpr (requires { &Kernel::template Curve<hn::ScalableTag<float>, hn::VFromD<hn::ScalableTag<float>>>; })
+        RunCurves(kernel, block, count, outputs);
     else
-        RunOverVectors<Outputs::ColorsAndAlpha>(kernel, block, count, position);
+        RunOverVectors(kernel, block, count, position, outputs);
 }
 
 } // namespace Rendering::HWY_NAMESPACE

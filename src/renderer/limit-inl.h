@@ -6,6 +6,8 @@
 #define TAVRIN_RENDERER_LIMIT_INL_H
 #endif
 
+#include "renderer/several-inl.h"
+
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -15,24 +17,24 @@ namespace Rendering::HWY_NAMESPACE
 namespace hn = hwy::HWY_NAMESPACE;
 
 // The value where it is above the limit, else the limit: that is what a NaN becomes, and a zero takes its sign.
-template <class V>
-HWY_INLINE V AtLeast(V value, V limit)
+template <class V, class Limit>
+HWY_INLINE V AtLeast(V const& value, Limit const& limit)
 {
 #if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
-    return hn::Max(value, limit); // The instruction is just this comparison, with the second operand for all that is not above.
+    return wide::Max(value, limit); // The instruction is just this comparison, with the second operand for all that is not above.
 #else
-    return hn::IfThenElse(hn::Gt(value, limit), value, limit);
+    return wide::IfThenElse(wide::Gt(value, limit), value, limit);
 #endif
 }
 
 // The value where it is below the limit, else the limit.
-template <class V>
-HWY_INLINE V AtMost(V value, V limit)
+template <class V, class Limit>
+HWY_INLINE V AtMost(V const& value, Limit const& limit)
 {
 #if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
-    return hn::Min(value, limit);
+    return wide::Min(value, limit);
 #else
-    return hn::IfThenElse(hn::Lt(value, limit), value, limit);
+    return wide::IfThenElse(wide::Lt(value, limit), value, limit);
 #endif
 }
 

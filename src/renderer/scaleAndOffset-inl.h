@@ -6,6 +6,8 @@
 #define TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H
 #endif
 
+#include "renderer/several-inl.h"
+
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -18,7 +20,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <class D, class V>
 HWY_INLINE V ScaleAndOffset(D d, V value, float scale, float offset)
 {
-    return hn::Add(hn::Mul(value, hn::Set(d, scale)), hn::Set(d, offset));
+    return wide::Add(wide::Mul(value, hn::Set(d, scale)), hn::Set(d, offset));
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -6,6 +6,8 @@
 #define TAVRIN_RENDERER_TRUNCATE_INL_H
 #endif
 
+#include "renderer/several-inl.h"
+
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -16,24 +18,29 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // Truncates toward zero; values must be numbers within the range of 32-bit integers. One instruction on x86, where Highway's own
 // conversion spends five more on values beyond the range.
-template <class D, class V = hn::VFromD<D>>
-HWY_INLINE hn::VFromD<hn::RebindToSigned<D>> TruncateInRange(D, V value)
+template <class D, class V>
+HWY_INLINE auto TruncateInRange(D, V const& values)
 {
+    using DI = hn::RebindToSigned<D>;
+    return AtEach(
+        [](auto value) HWY_ATTR
+        {
 #if HWY_TARGET == HWY_SCALAR || !HWY_ARCH_X86
-    return hn::ConvertTo(hn::RebindToSigned<D>(), value);
+            return hn::ConvertTo(DI(), value);
 #else
-    using VI = hn::VFromD<hn::RebindToSigned<D>>;
-    if constexpr (sizeof(V) == 16)
-        return VI{_mm_cvttps_epi32(value.raw)};
+            if constexpr (sizeof(value) == 16)
+                return hn::VFromD<DI>{_mm_cvttps_epi32(value.raw)};
 #if HWY_TARGET <= HWY_AVX2
-    else if constexpr (sizeof(V) == 32)
-        return VI{_mm256_cvttps_epi32(value.raw)};
+            else if constexpr (sizeof(value) == 32)
+                return hn::VFromD<DI>{_mm256_cvttps_epi32(value.raw)};
 #endif
 #if HWY_TARGET <= HWY_AVX3
-    else if constexpr (sizeof(V) == 64)
-        return VI{_mm512_cvttps_epi32(value.raw)};
+            else if constexpr (sizeof(value) == 64)
+                return hn::VFromD<DI>{_mm512_cvttps_epi32(value.raw)};
 #endif
 #endif
+        },
+        values);
 }
 
 // Values above the maximum become it, values below 0 become 0, and so does a NaN.

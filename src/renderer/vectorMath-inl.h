@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/limit-inl.h"
+#include "renderer/several-inl.h"
 #include "renderer/truncate-inl.h"
 
 #include <hwy/highway.h>
@@ -24,54 +25,72 @@ inline constexpr float kExp2Constant = 1.0000026F;
 
 // The polynomial of 2 to the power f, from 0 to 1.
 template <class D, class V>
-HWY_INLINE V Exp2OfFraction(D d, V f, V constantTerm)
+HWY_INLINE V Exp2OfFraction(D d, V f, hn::VFromD<D> constantTerm)
 {
-    V p = hn::Add(hn::Mul(hn::Set(d, 0.013534168F), f), hn::Set(d, 0.05201146F));
-    p = hn::Add(hn::Mul(p, f), hn::Set(d, 0.24144275F));
-    p = hn::Add(hn::Mul(p, f), hn::Set(d, 0.69300383F));
-    return hn::Add(hn::Mul(p, f), constantTerm);
+    V p = wide::Add(wide::Mul(hn::Set(d, 0.013534168F), f), hn::Set(d, 0.05201146F));
+    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.24144275F));
+    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.69300383F));
+    return wide::Add(wide::Mul(p, f), constantTerm);
 }
 
 // 2 to the power x, times what the polynomial's constant term is off its own. Exponents that have no place in a normal float are
 // limited before the conversion to integer, whose result for them differs from target to target: at the limits the bits of the
 // scale are those of zero and of infinity, which is what the power is below -126 and from 128 on. A NaN counts as the lower limit.
 template <class D, class V = hn::VFromD<D>>
-HWY_INLINE V LimitedExp2(D d, V x, V constantTerm)
+HWY_INLINE V LimitedExp2(D d, V x, hn::VFromD<D> constantTerm)
 {
     const hn::RebindToSigned<D> di;
     const V limited = AtMost(AtLeast(x, hn::Set(d, -126.5F)), hn::Set(d, 128.5F));
     // The integer part is one below for what is not at least 0, so that the fraction is in 0 to 1; for negative whole numbers it
     // is 1.
     const auto truncated = TruncateInRange(d, limited);
-    const auto isNegative = hn::RebindMask(di, hn::Lt(limited, hn::Zero(d)));
-    const auto integer = hn::Add(truncated, hn::VecFromMask(di, isNegative));
-    const V p = Exp2OfFraction(d, hn::Sub(limited, hn::ConvertTo(d, integer)), constantTerm);
-    const V scale = hn::BitCast(d, hn::ShiftLeft<23>(hn::Add(integer, hn::Set(di, 127))));
-    return hn::Mul(scale, p);
+    const auto isNegative = wide::RebindMask(di, wide::Lt(limited, hn::Zero(d)));
+    const auto integer = wide::Add(truncated, wide::VecFromMask(di, isNegative));
+    const V p = Exp2OfFraction(d, wide::Sub(limited, wide::ConvertTo(d, integer)), constantTerm);
+    const V scale = wide::BitCast(d, wide::ShiftLeft<23>(wide::Add(integer, hn::Set(di, 127))));
+    return wide::Mul(scale, p);
 }
 
-// LimitedExp2 where the mask is set, zero elsewhere.
-template <class D, class M, class V = hn::VFromD<D>>
-HWY_INLINE V Exp2Where(D d, M isWanted, V x, V constantTerm)
+#if HWY_TARGET <= HWY_AVX3
+// Whether one of the numbers does not differ from its floor, or is a NaN.
+template <class D, class V>
+HWY_INLINE bool HasWhole(D d, V const& x, V const& floor)
+{
+    return !wide::AllFalse(d, AtEach([](auto number, auto below) HWY_ATTR
+                                     { return hn::Mask512<float>{_mm512_cmp_ps_mask(number.raw, below.raw, _CMP_EQ_UQ)}; },
+                                     x, floor));
+}
+
+// x times 2 to the power of a whole number, where the sum of the exponents is above -126 and the value above the limit; else zero.
+template <class V, class Value, class Limit>
+HWY_INLINE V ScaledAbove(V const& x, V const& exponent, V const& floor, Value const& value, Limit const& limit)
+{
+    return AtEach(
+        [](auto number, auto e, auto whole, auto v, auto least) HWY_ATTR
+        {
+            const __mmask16 isAbove = _mm512_cmp_ps_mask(v.raw, least.raw, _CMP_GT_OQ);
+            const __mmask16 isNormal = _mm512_mask_cmp_ps_mask(isAbove, e.raw, _mm512_set1_ps(-126.0F), _CMP_GT_OQ);
+            return hn::Vec512<float>{_mm512_maskz_scalef_ps(isNormal, number.raw, whole.raw)};
+        },
+        x, exponent, floor, value, limit);
+}
+#endif
+
+// LimitedExp2 where the value is above the limit, zero elsewhere.
+template <class D, class V, class Limit>
+HWY_INLINE V Exp2Above(D d, V const& x, hn::VFromD<D> constantTerm, V const& value, Limit const& limit)
 {
 #if HWY_TARGET <= HWY_AVX3
-    if constexpr (sizeof(V) == 64)
+    if constexpr (sizeof(hn::VFromD<D>) == 64)
     {
         // Rounding down and scaling by a power of two are one instruction each, which knows overflow. Negative whole numbers,
-        // infinity and NaN are what they do not fit: these are found among the numbers that do not differ from their floor.
-        const V floor = hn::Floor(x);
-        const M hasNoFraction{_mm512_mask_cmp_ps_mask(isWanted.raw, x.raw, floor.raw, _CMP_EQ_UQ)};
-        const bool fits = hn::AllFalse(d, hasNoFraction) ||
-                          hn::AllFalse(d, hn::AndNot(hn::And(hn::Ge(x, hn::Zero(d)), hn::Lt(x, hn::Inf(d))), hasNoFraction));
-        if (HWY_LIKELY(fits))
-        {
-            const V p = Exp2OfFraction(d, hn::Sub(x, floor), constantTerm);
-            const M isNormal = hn::And(isWanted, hn::Gt(x, hn::Set(d, -126.0F)));
-            return V{_mm512_maskz_scalef_ps(isNormal.raw, p.raw, floor.raw)};
-        }
+        // infinity and NaN do not fit: they are among the numbers that do not differ from their floor.
+        const V floor = wide::Floor(x);
+        if (HWY_LIKELY(!HasWhole(d, x, floor)))
+            return ScaledAbove(Exp2OfFraction(d, wide::Sub(x, floor), constantTerm), x, floor, value, limit);
     }
 #endif
-    return hn::IfThenElseZero(isWanted, LimitedExp2(d, x, constantTerm));
+    return wide::IfThenElseZero(wide::Gt(value, limit), LimitedExp2(d, x, constantTerm));
 }
 
 // The one NaN that these functions give.
@@ -85,8 +104,8 @@ HWY_INLINE V QuietNaN(D d)
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Exp2(D d, V x)
 {
-    const auto isNumber = hn::Eq(x, x);
-    return hn::IfThenElse(isNumber, Exp2Where(d, isNumber, x, hn::Set(d, kExp2Constant)), QuietNaN(d));
+    const V power = Exp2Above(d, x, hn::Set(d, kExp2Constant), x, hn::Neg(hn::Inf(d)));
+    return wide::IfThenElse(wide::Eq(x, x), power, QuietNaN(d));
 }
 
 // A polynomial of the mantissa in 1 to 2, plus the exponent, whose field is handed in with the bits of x above it cleared.
@@ -95,16 +114,16 @@ HWY_INLINE V Log2OfMantissaAndExponent(D d, V x, VU exponentBits)
 {
     const hn::RebindToUnsigned<D> du;
     const hn::RebindToSigned<D> di;
-    const VU mantissa = hn::AndNot(hn::Set(du, 0x7f800000U), hn::BitCast(du, x));
-    const V m = hn::BitCast(d, hn::Or(mantissa, hn::Set(du, 0x3f800000U)));
-    const auto exponent = hn::Sub(hn::BitCast(di, hn::ShiftRight<23>(exponentBits)), hn::Set(di, 127));
+    const VU mantissa = wide::AndNot(hn::Set(du, 0x7f800000U), wide::BitCast(du, x));
+    const V m = wide::BitCast(d, wide::Or(mantissa, hn::Set(du, 0x3f800000U)));
+    const auto exponent = wide::Sub(wide::BitCast(di, wide::ShiftRight<23>(exponentBits)), hn::Set(di, 127));
 
-    V p = hn::Sub(hn::Mul(hn::Set(d, 0.044873614F), m), hn::Set(d, 0.41656372F));
-    p = hn::Add(hn::Mul(p, m), hn::Set(d, 1.6311488F));
-    p = hn::Sub(hn::Mul(p, m), hn::Set(d, 3.550793F));
-    p = hn::Add(hn::Mul(p, m), hn::Set(d, 5.091711F));
-    p = hn::Sub(hn::Mul(p, m), hn::Set(d, 2.800364F));
-    return hn::Add(p, hn::ConvertTo(d, exponent));
+    V p = wide::Sub(wide::Mul(hn::Set(d, 0.044873614F), m), hn::Set(d, 0.41656372F));
+    p = wide::Add(wide::Mul(p, m), hn::Set(d, 1.6311488F));
+    p = wide::Sub(wide::Mul(p, m), hn::Set(d, 3.550793F));
+    p = wide::Add(wide::Mul(p, m), hn::Set(d, 5.091711F));
+    p = wide::Sub(wide::Mul(p, m), hn::Set(d, 2.800364F));
+    return wide::Add(p, wide::ConvertTo(d, exponent));
 }
 
 // The logarithm to base 2 of a positive, normal x. What it gives for other x means nothing, but is finite.
@@ -112,35 +131,35 @@ template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Log2(D d, V x)
 {
     const hn::RebindToUnsigned<D> du;
-    return Log2OfMantissaAndExponent(d, x, hn::And(hn::BitCast(du, x), hn::Set(du, 0x7f800000U)));
+    return Log2OfMantissaAndExponent(d, x, wide::And(wide::BitCast(du, x), hn::Set(du, 0x7f800000U)));
 }
 
 // The same where nobody asks for the logarithm of an x whose sign is set.
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Log2OfPositive(D d, V x)
 {
-    return Log2OfMantissaAndExponent(d, x, hn::BitCast(hn::RebindToUnsigned<D>(), x));
+    return Log2OfMantissaAndExponent(d, x, wide::BitCast(hn::RebindToUnsigned<D>(), x));
 }
 
-// x to the power e where the mask is set, which it is for numbers above 0 alone; +0 elsewhere. A NaN as exponent gives the quiet
-// NaN, by way of the constant term, which does not cost anything where one exponent stands for many x.
-template <class D, class M, class V = hn::VFromD<D>>
-HWY_INLINE V PowerWhere(D d, M isWanted, V x, float e)
+// x to the power e where the value is above the limit, which it is for x above 0 alone; +0 elsewhere. A NaN as exponent gives the
+// quiet NaN, by way of the constant term, which does not cost anything where one exponent stands for many x.
+template <class D, class V, class Limit>
+HWY_INLINE V PowerAbove(D d, V const& x, float e, V const& value, Limit const& limit)
 {
     const float constantTerm = e == e ? kExp2Constant : std::numeric_limits<float>::quiet_NaN();
-    return Exp2Where(d, isWanted, hn::Mul(hn::Set(d, e), Log2OfPositive(d, x)), hn::Set(d, constantTerm));
+    return Exp2Above(d, wide::Mul(hn::Set(d, e), Log2OfPositive(d, x)), hn::Set(d, constantTerm), value, limit);
 }
 
 // x to the power e; +0 for every x that is not above 0, NaN included.
-template <class D, class V = hn::VFromD<D>>
-HWY_INLINE V Power(D d, V x, float e)
+template <class D, class V>
+HWY_INLINE V Power(D d, V const& x, float e)
 {
-    return PowerWhere(d, hn::Gt(x, hn::Zero(d)), x, e);
+    return PowerAbove(d, x, e, x, hn::Zero(d));
 }
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Power(D d, V x, V e)
 {
-    return hn::IfThenElseZero(hn::Gt(x, hn::Zero(d)), Exp2(d, hn::Mul(e, Log2OfPositive(d, x))));
+    return wide::IfThenElseZero(wide::Gt(x, hn::Zero(d)), Exp2(d, wide::Mul(e, Log2OfPositive(d, x))));
 }
 
 } // namespace Rendering::HWY_NAMESPACE
