@@ -11,6 +11,8 @@ struct HueVectorParameters
     float center;     // radians
     float widthScale; // quarters of the range of hues, per radian
     float amountGain; // the weight at the centre, less 1
+
+    bool keepsAlpha() const { return depthScale == 1.0F; }
 };
 
 } // namespace Rendering

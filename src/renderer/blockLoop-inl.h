@@ -29,25 +29,43 @@ HWY_INLINE void CallKernel(Kernel const& kernel, D d, V& r, V& g, V& b, V& a, Im
         kernel(d, r, g, b, a);
 }
 
-// Where alpha is not wanted, the compiler leaves out all that only alpha needs.
+// Runs a kernel over the vectors from a place on. Where alpha is not wanted, the compiler leaves out all that only alpha needs.
+template <Outputs kOutputs, std::size_t kVectors, class Kernel>
+HWY_INLINE void RunAt(Kernel const& kernel, Block& block, unsigned int i, ImagePosition position)
+{
+    const hn::ScalableTag<float> d;
+    auto red = LoadVectors<kVectors>(d, block.red + i);
+    auto green = LoadVectors<kVectors>(d, block.green + i);
+    auto blue = LoadVectors<kVectors>(d, block.blue + i);
+    auto alpha = LoadVectors<kVectors>(d, block.alpha + i);
+    CallKernel(kernel, d, red, green, blue, alpha, ImagePosition{position.column + i, position.row});
+    StoreVectors(red, d, block.red + i);
+    StoreVectors(green, d, block.green + i);
+    StoreVectors(blue, d, block.blue + i);
+    if constexpr (kOutputs == Outputs::ColorsAndAlpha)
+        StoreVectors(alpha, d, block.alpha + i);
+}
+
+// How many vectors a kernel wants together.
+template <class Kernel>
+constexpr unsigned int VectorsOf()
+{
+    if constexpr (requires { Kernel::kVectors; })
+        return Kernel::kVectors;
+    else
+        return 1;
+}
+
 template <Outputs kOutputs, class Kernel>
 HWY_INLINE void RunOverVectorsFor(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position)
 {
-    const hn::ScalableTag<float> d;
-    const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(d));
-    for (unsigned int i = 0; i < count; i += lanes)
-    {
-        auto red = hn::Load(d, block.red + i);
-        auto green = hn::Load(d, block.green + i);
-        auto blue = hn::Load(d, block.blue + i);
-        auto alpha = hn::Load(d, block.alpha + i);
-        CallKernel(kernel, d, red, green, blue, alpha, ImagePosition{position.column + i, position.row});
-        hn::Store(red, d, block.red + i);
-        hn::Store(green, d, block.green + i);
-        hn::Store(blue, d, block.blue + i);
-        if constexpr (kOutputs == Outputs::ColorsAndAlpha)
-            hn::Store(alpha, d, block.alpha + i);
-    }
+    const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(hn::ScalableTag<float>()));
+    constexpr unsigned int kVectors = VectorsOf<Kernel>();
+    unsigned int i = 0;
+    for (; i + kVectors * lanes <= count; i += kVectors * lanes)
+        RunAt<kOutputs, kVectors>(kernel, block, i, position);
+    for (; i < count; i += lanes)
+        RunAt<kOutputs, 1>(kernel, block, i, position);
 }
 
 // Runs a kernel vector by vector.

@@ -25,30 +25,17 @@ namespace hn = hwy::HWY_NAMESPACE;
 // So many that the pipeline has enough to do, and so few that they find room in the registers.
 inline constexpr std::size_t kCurveVectors = HWY_TARGET <= HWY_AVX3 ? 8 : 4;
 
-template <class D, std::size_t... kPlaces>
-HWY_INLINE auto LoadSeveral(D d, float const* from, std::index_sequence<kPlaces...>)
-{
-    return Several<hn::VFromD<D>, sizeof...(kPlaces)>{{hn::Load(d, from + kPlaces * hn::Lanes(d))...}};
-}
-
-template <class D, class V, std::size_t... kPlaces>
-HWY_INLINE void StoreSeveral(Several<V, sizeof...(kPlaces)> const& several, D d, float* to, std::index_sequence<kPlaces...>)
-{
-    (hn::Store(several.each[kPlaces], d, to + kPlaces * hn::Lanes(d)), ...);
-}
-
 // Replaces the values of a plane by those of a curve, an operation Curve(d, values, channel) on one vector or several.
 template <class Kernel>
 HWY_INLINE void RunCurve(Kernel const& kernel, int channel, float* plane, std::size_t count)
 {
     const hn::ScalableTag<float> d;
     const std::size_t lanes = hn::Lanes(d);
-    constexpr auto kPlaces = std::make_index_sequence<kCurveVectors>();
     std::size_t i = 0;
     for (; i + kCurveVectors * lanes <= count; i += kCurveVectors * lanes)
-        StoreSeveral(kernel.Curve(d, LoadSeveral(d, plane + i, kPlaces), channel), d, plane + i, kPlaces);
+        StoreVectors(kernel.Curve(d, LoadVectors<kCurveVectors>(d, plane + i), channel), d, plane + i);
     for (; i < count; i += lanes)
-        hn::Store(kernel.Curve(d, hn::Load(d, plane + i), channel), d, plane + i);
+        StoreVectors(kernel.Curve(d, LoadVectors<1>(d, plane + i), channel), d, plane + i);
 }
 
 // Red, green and blue.

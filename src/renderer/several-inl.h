@@ -31,18 +31,14 @@ inline constexpr std::size_t kCountOf = 0;
 template <class V, std::size_t kCount>
 inline constexpr std::size_t kCountOf<Several<V, kCount>> = kCount;
 
-template <class T>
-concept Single = kCountOf<T>
-== 0;
-
 // The vector of a place; what is not several, a tag or a constant, is the same at each place.
 template <std::size_t kPlace, class T>
 HWY_INLINE auto const& At(T const& argument)
 {
-    if constexpr (Single<T>)
-        return argument;
-    else
+    if constexpr (kCountOf<T> != 0)
         return argument.each[kPlace];
+    else
+        return argument;
 }
 
 template <std::size_t kPlace, class Function, class... Arguments>
@@ -69,6 +65,34 @@ HWY_INLINE auto AtEach(Function const& function, Arguments const&... arguments)
         return CallAtPlaces(std::make_index_sequence<kCount>(), function, arguments...);
 }
 
+template <std::size_t... kPlaces, class D>
+HWY_INLINE auto LoadAtPlaces(std::index_sequence<kPlaces...>, D d, float const* from)
+{
+    return Several<hn::VFromD<D>, sizeof...(kPlaces)>{{hn::Load(d, from + kPlaces * hn::Lanes(d))...}};
+}
+
+// So many vectors that follow each other in memory; one is a plain vector.
+template <std::size_t kCount, class D>
+HWY_INLINE auto LoadVectors(D d, float const* from)
+{
+    if constexpr (kCount == 1)
+        return hn::Load(d, from);
+    else
+        return LoadAtPlaces(std::make_index_sequence<kCount>(), d, from);
+}
+
+template <class V, class D>
+HWY_INLINE void StoreVectors(V const& vector, D d, float* to)
+{
+    hn::Store(vector, d, to);
+}
+template <class V, std::size_t kCount, class D>
+HWY_INLINE void StoreVectors(Several<V, kCount> const& vectors, D d, float* to)
+{
+    for (std::size_t i = 0; i < kCount; ++i)
+        hn::Store(vectors.each[i], d, to + i * hn::Lanes(d));
+}
+
 // The functions on vectors, for one vector or several.
 namespace wide
 {
@@ -79,25 +103,31 @@ namespace wide
     {                                                                                                      \
         return AtEach([](auto const&... vectors) HWY_ATTR { return hn::name(vectors...); }, arguments...); \
     }
+TAVRIN_WIDE(Abs)
 TAVRIN_WIDE(Add)
 TAVRIN_WIDE(And)
 TAVRIN_WIDE(AndNot)
 TAVRIN_WIDE(BitCast)
 TAVRIN_WIDE(ConvertTo)
+TAVRIN_WIDE(CopySign)
+TAVRIN_WIDE(Div)
 TAVRIN_WIDE(Eq)
 TAVRIN_WIDE(Floor)
 TAVRIN_WIDE(Ge)
 TAVRIN_WIDE(Gt)
 TAVRIN_WIDE(IfThenElse)
 TAVRIN_WIDE(IfThenElseZero)
+TAVRIN_WIDE(IfThenZeroElse)
 TAVRIN_WIDE(Lt)
 TAVRIN_WIDE(Max)
 TAVRIN_WIDE(Min)
 TAVRIN_WIDE(Mul)
+TAVRIN_WIDE(Neg)
 TAVRIN_WIDE(Or)
 TAVRIN_WIDE(RebindMask)
 TAVRIN_WIDE(Sub)
 TAVRIN_WIDE(VecFromMask)
+TAVRIN_WIDE(Xor)
 #undef TAVRIN_WIDE
 
 template <int kBits, class V>
