@@ -181,6 +181,8 @@ struct Evaluator
         return eachChannel(in, [&](double x, std::size_t) { return x * std::exp2(exposure.stops); });
     }
 
+    Rgb operator()(Dither const&) const { return in; }
+
     Rgb in;
 };
 

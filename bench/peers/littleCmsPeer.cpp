@@ -1,6 +1,6 @@
-// Little CMS: profiles of primaries and curves where the work is a conversion between two spaces, a device link of the operators
-// otherwise. Flags are the default ones, but for alpha, which other participants copy too, and for the cache of one pixel, which
-// a picture with noise never finds anything in.
+// Little CMS: a device link of the operators, or profiles of primaries and curves where these are faster. Flags are the default
+// ones, but for alpha, which other participants copy too, and for the cache of one pixel, which makes no difference where there is
+// noise.
 #include "peers/peers.h"
 #include "shared/tables.h"
 
@@ -133,6 +133,8 @@ struct StageAdder
         return addMatrix({gain, 0, 0, 0, gain, 0, 0, 0, gain}, {});
     }
 
+    bool operator()(Dither const&) const { return false; }
+
     bool add(cmsStage* stage) const { return stage != nullptr && cmsPipelineInsertStage(pipeline, cmsAT_END, stage) != 0; }
 
     bool addMatrix(std::array<double, 9> const& values, std::array<double, 3> const& offsets) const
@@ -182,10 +184,12 @@ Profile profileOf(Space const& space)
     return owned(cmsCreateRGBProfile(&white, &rgb, curves));
 }
 
+// The library has a way of its own for matrices between bytes, which it takes for profiles of spaces.
 cmsHTRANSFORM transformOf(Work const& work, cmsUInt32Number in, cmsUInt32Number out)
 {
     constexpr cmsUInt32Number kFlags = cmsFLAGS_NOCACHE | cmsFLAGS_COPY_ALPHA;
-    if (std::optional<Conversion> const conversion = conversionOf(work))
+    std::optional<Conversion> const conversion = conversionOf(work);
+    if (conversion && T_BYTES(in) == 1 && T_BYTES(out) == 1)
         return cmsCreateTransform(profileOf(conversion->from).get(), in, profileOf(conversion->to).get(), out,
                                   INTENT_RELATIVE_COLORIMETRIC, kFlags);
     Profile const link = deviceLink(work);

@@ -38,6 +38,7 @@ OCIO::TransformDirection directionOf(Direction direction)
     return direction == Direction::Forward ? OCIO::TRANSFORM_DIR_FORWARD : OCIO::TRANSFORM_DIR_INVERSE;
 }
 
+// Null where there is none for an operator.
 struct TransformMaker
 {
     OCIO::TransformRcPtr operator()(GamutMatrix const& matrix) const
@@ -114,6 +115,8 @@ struct TransformMaker
         return transform;
     }
 
+    OCIO::TransformRcPtr operator()(Dither const&) const { return nullptr; }
+
     using LogSetter = void (OCIO::LogAffineTransform::*)(double const (&)[3]);
 
     static void setAll(OCIO::LogAffineTransform& transform, LogSetter set, double value)
@@ -123,11 +126,17 @@ struct TransformMaker
     }
 };
 
+// Null where some operator can't be done.
 OCIO::ConstCPUProcessorRcPtr processorOf(Work const& work, OCIO::BitDepth in, OCIO::BitDepth out)
 {
     OCIO::GroupTransformRcPtr const group = OCIO::GroupTransform::Create();
     for (Operator const& op : work.operators)
-        group->appendTransform(std::visit(TransformMaker(), op));
+    {
+        OCIO::TransformRcPtr const transform = std::visit(TransformMaker(), op);
+        if (transform == nullptr)
+            return nullptr;
+        group->appendTransform(transform);
+    }
     return OCIO::Config::CreateRaw()->getProcessor(group)->getOptimizedCPUProcessor(in, out, OCIO::OPTIMIZATION_DEFAULT);
 }
 
@@ -148,9 +157,9 @@ std::optional<Runnable> openColorIO(Task const& task)
 {
     std::optional<OCIO::BitDepth> const in = bitDepthOf(task.in);
     std::optional<OCIO::BitDepth> const out = bitDepthOf(task.out);
-    if (!in || !out)
+    OCIO::ConstCPUProcessorRcPtr const processor = in && out ? processorOf(task.work, *in, *out) : nullptr;
+    if (processor == nullptr)
         return std::nullopt;
-    OCIO::ConstCPUProcessorRcPtr const processor = processorOf(task.work, *in, *out);
     std::shared_ptr<OCIO::PackedImageDesc> const source = imageOf(picture(task.in, Arrangement::Interleaved), task.in, *in);
     std::shared_ptr<OCIO::PackedImageDesc> const destination = imageOf(destinationFrame(), task.out, *out);
     return Runnable{Arrangement::Interleaved, [=] { processor->apply(*source, *destination); }};

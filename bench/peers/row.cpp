@@ -24,17 +24,6 @@ constexpr Tavrin::PixelFormat kFormats[] = {Tavrin::PF_RGBA_8i,  Tavrin::PF_RGBA
                                             Tavrin::PF_RGBA_16f, Tavrin::PF_RGBA_32f,  Tavrin::PF_RGB_8i,
                                             Tavrin::PF_RGB_16i,  Tavrin::PF_RGB_16f,   Tavrin::PF_RGB_32f};
 
-struct FormatPair
-{
-    Tavrin::PixelFormat in;
-    Tavrin::PixelFormat out;
-};
-
-constexpr FormatPair kConversions[] = {{Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16f},  {Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_32f},
-                                       {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_8i},  {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_10iP},
-                                       {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_16i}, {Tavrin::PF_RGB_8i, Tavrin::PF_RGB_16f},
-                                       {Tavrin::PF_RGB_16i, Tavrin::PF_RGB_32f},   {Tavrin::PF_RGB_32f, Tavrin::PF_RGB_16i}};
-
 std::vector<Entrant> entrants(Task const& task)
 {
     std::vector<Entrant> all;
@@ -149,12 +138,15 @@ std::vector<Task> tasks()
     {
         for (Work const& work : works())
         {
-            if (!work.operators.empty())
+            if (work.formats.empty())
                 all.push_back({work, format, format});
         }
     }
-    for (FormatPair const& pair : kConversions)
-        all.push_back({works().front(), pair.in, pair.out});
+    for (Work const& work : works())
+    {
+        for (FormatPair const& pair : work.formats)
+            all.push_back({work, pair.in, pair.out});
+    }
     return all;
 }
 

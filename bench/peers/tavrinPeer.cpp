@@ -3,7 +3,6 @@
 #include "shared/tables.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 namespace Bench
 {
@@ -58,6 +57,8 @@ struct ElementWriter
                            "</ExposureContrast>\n",
                            kDepths, exposure.stops);
     }
+
+    std::string operator()(Dither const&) const { return fmt::format("<Dither {} ditherBitDepth=\"8i\"/>\n", kDepths); }
 };
 
 // A document has at least one operator.

@@ -18,15 +18,18 @@ constexpr Cdl kGrade = {{1.1, 1.2, 0.9}, {0.01, -0.02, 0.03}, {1.1, 0.9, 1.2}, 1
 constexpr FilmLog kLogToLin = {Direction::Forward};
 constexpr FilmLog kLinToLog = {Direction::Inverse};
 
+std::vector<FormatPair> const kConversions = {
+    {Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16f},   {Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_32f},
+    {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_8i},   {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_16i},
+    {Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_10iP}, {Tavrin::PF_RGB_8i, Tavrin::PF_RGB_16f},
+    {Tavrin::PF_RGB_16i, Tavrin::PF_RGB_32f},    {Tavrin::PF_RGB_32f, Tavrin::PF_RGB_16i},
+};
+
 std::vector<Work> makeWorks()
 {
     std::vector<Work> all = {
-        {"conversion", {}},
-        {"matrix", {kWiden}},
-        {"curve, matrix", {kDecode, kWiden}},
-        {"curve, matrix, curve", {kDecode, kWiden, kEncode}},
-        {"CDL", {kGrade}},
-        {"log to lin", {kLogToLin}},
+        {"matrix", {kWiden}}, {"curve, matrix", {kDecode, kWiden}}, {"curve, matrix, curve", {kDecode, kWiden, kEncode}},
+        {"CDL", {kGrade}},    {"log to lin", {kLogToLin}},
     };
     for (unsigned int const rows : {1024U, 4096U, 65536U})
         all.push_back({"1D " + std::to_string(rows), {Table1D{rows}}});
@@ -37,6 +40,8 @@ std::vector<Work> makeWorks()
     }
     // A scan on its way to a display: exposure and gamut in linear light, and a look that is sampled in the logarithm.
     all.push_back({"viewing chain", {kLogToLin, Exposure{0.5}, kWiden, kLinToLog, Table3D{33, Interpolation::Tetrahedral}}});
+    all.push_back({"conversion", {}, kConversions});
+    all.push_back({"dither", {Dither()}, {{Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_8i}, {Tavrin::PF_RGB_16i, Tavrin::PF_RGB_8i}}});
     return all;
 }
 

@@ -2,6 +2,8 @@
 #ifndef TAVRIN_BENCH_PEERS_WORK_H
 #define TAVRIN_BENCH_PEERS_WORK_H
 
+#include <tavrin/tavrin.h>
+
 #include <array>
 #include <optional>
 #include <string>
@@ -75,13 +77,26 @@ struct Exposure
     double stops;
 };
 
-using Operator = std::variant<GamutMatrix, SrgbCurve, Table1D, Table3D, Cdl, FilmLog, Exposure>;
+// Noise ahead of a reduction to 8 bits, of any pattern.
+struct Dither
+{
+};
+
+using Operator = std::variant<GamutMatrix, SrgbCurve, Table1D, Table3D, Cdl, FilmLog, Exposure, Dither>;
+
+struct FormatPair
+{
+    Tavrin::PixelFormat in;
+    Tavrin::PixelFormat out;
+};
 
 // Without operators it is a change of format.
 struct Work
 {
     std::string name;
     std::vector<Operator> operators;
+    // Where it is measured; if empty, from each of the usual formats to itself.
+    std::vector<FormatPair> formats = {};
 };
 
 std::vector<Work> const& works();
