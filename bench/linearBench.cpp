@@ -69,7 +69,8 @@ void addLinear()
     }
     for (PixelFormat format : kFormats)
         addRender("linear/copy", identity(), format, format);
-    addRender("linear/matrix", matrix({}), Tavrin::PF_RGB_32f, Tavrin::PF_RGB_32f);
+    for (PixelFormat format : {Tavrin::PF_RGB_8i, Tavrin::PF_RGB_16i, Tavrin::PF_RGB_16f, Tavrin::PF_RGB_32f})
+        addRender("linear/matrix", matrix({}), format, format);
     addRender("linear/conversion", identity(), Tavrin::PF_RGBA_8i, Tavrin::PF_RGBA_16f);
     addRender("linear/conversion", identity(), Tavrin::PF_RGB_16i, Tavrin::PF_RGBA_32f);
     addRender("linear/conversion", identity(), Tavrin::PF_RGB_10iP, Tavrin::PF_RGBA_32f);

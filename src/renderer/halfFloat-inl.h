@@ -14,11 +14,18 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// The half patterns in the low bits of 32-bit lanes as floats; exact. A signalling NaN becomes a quiet one, as the processor's own
-// conversion has it.
+// Targets with conversions of their own take these, on whole vectors; the others reckon the same bits.
+
+// The half patterns in 32-bit lanes as floats; exact. A signalling NaN becomes a quiet one.
 template <class D, class VU = hn::VFromD<hn::RebindToUnsigned<D>>>
-HWY_INLINE hn::VFromD<D> HalfBitsToFloat(D d, VU bits)
+HWY_INLINE hn::VFromD<D> HalfBitsToFloat([[maybe_unused]] D d, VU bits)
 {
+#if HWY_TARGET == HWY_AVX3
+    return hn::VFromD<D>{_mm512_cvtph_ps(_mm512_cvtepi32_epi16(bits.raw))};
+#elif HWY_TARGET == HWY_AVX2
+    const __m128i halfs = _mm_packus_epi32(_mm256_castsi256_si128(bits.raw), _mm256_extracti128_si256(bits.raw, 1));
+    return hn::VFromD<D>{_mm256_cvtph_ps(halfs)};
+#else
     const hn::RebindToUnsigned<D> du;
     const hn::RebindToSigned<D> di;
     const auto sign = hn::ShiftLeft<16>(hn::And(bits, hn::Set(du, 0x8000U)));
@@ -36,13 +43,23 @@ HWY_INLINE hn::VFromD<D> HalfBitsToFloat(D d, VU bits)
     const auto small = hn::Mul(hn::ConvertTo(d, hn::BitCast(di, magnitude)), hn::Set(d, 5.9604644775390625e-8F));
     result = hn::IfThenElse(hn::RebindMask(du, isSmall), hn::BitCast(du, small), result);
     return hn::BitCast(d, hn::Or(result, sign));
+#endif
 }
 
 // Floats as half patterns in the low bits of 32-bit lanes: nearest, ties to even, overflow to infinity. A NaN stays one and quiet,
 // with the upper bits of its payload.
 template <class D>
-HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits(D d, hn::VFromD<D> value)
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits([[maybe_unused]] D d, hn::VFromD<D> value)
 {
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX2
+    using VU = hn::VFromD<hn::RebindToUnsigned<D>>;
+    constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
+#endif
+#if HWY_TARGET == HWY_AVX3
+    return VU{_mm512_cvtepu16_epi32(_mm512_cvtps_ph(value.raw, kRound))};
+#elif HWY_TARGET == HWY_AVX2
+    return VU{_mm256_cvtepu16_epi32(_mm256_cvtps_ph(value.raw, kRound))};
+#else
     const hn::RebindToUnsigned<D> du;
     const hn::RebindToSigned<D> di;
     const auto bits = hn::BitCast(du, value);
@@ -68,6 +85,7 @@ HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits(D d, hn::VFromD<D
     const auto isLarge = hn::Gt(compared, hn::Set(di, 0x477fffff));
     result = hn::IfThenElse(hn::RebindMask(du, isLarge), hn::IfThenElse(hn::RebindMask(du, isNan), quietNan, infinity), result);
     return hn::Or(result, hn::ShiftRight<16>(sign));
+#endif
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -108,6 +108,22 @@ HWY_INLINE void StoreFourFloats(Channels const& c, float* p)
 #endif
 }
 
+template <bool kStream>
+HWY_INLINE void StoreThreeFloats(Channels const& c, float* p)
+{
+#if TAVRIN_TRANSPOSE_AVX512
+    StoreVector<kStream>(InterleaveThree<0>(c), p);
+    StoreVector<kStream>(InterleaveThree<1>(c), p + 16);
+    StoreVector<kStream>(InterleaveThree<2>(c), p + 32);
+#elif HWY_TARGET == HWY_SCALAR
+    StoreVector<false>(c.c0, p);
+    StoreVector<false>(c.c1, p + 1);
+    StoreVector<false>(c.c2, p + 2);
+#else
+    hn::StoreInterleaved3(c.c0, c.c1, c.c2, D(), p);
+#endif
+}
+
 // ---------------------------------------------------------------- elements
 
 // Whether codes below 0 become 0 where bytes are stored, as 32-bit integers are packed.
@@ -172,6 +188,23 @@ HWY_INLINE CodeChannels LoadCodes3(const T* p)
     return {Widen<T>(n0), Widen<T>(n1), Widen<T>(n2), hn::Zero(DU())};
 #endif
 }
+
+#if HWY_TARGET == HWY_AVX2
+// Twelve bytes in each half of a register, from which every channel takes its own into 32-bit lanes.
+HWY_INLINE CodeChannels LoadCodes3(const std::uint8_t* p)
+{
+    const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8)); // not beyond the pixels
+    const __m256i pixels = _mm256_inserti128_si256(_mm256_castsi128_si256(low), high, 1);
+    const auto channel = [pixels](int which)
+    {
+        constexpr int kZeros = -0x7f7f8000; // three bytes 0x80 above the one that is taken
+        const __m256i places = _mm256_setr_epi32(0, 3, 6, 9, 4, 7, 10, 13);
+        return VU{_mm256_shuffle_epi8(pixels, _mm256_add_epi32(places, _mm256_set1_epi32(kZeros + which)))};
+    };
+    return {channel(0), channel(1), channel(2), hn::Zero(DU())};
+}
+#endif
 
 template <class T>
 HWY_INLINE void StoreCodes3(CodeChannels const& c, T* p)
@@ -386,7 +419,7 @@ struct FloatFormat
 {
     using Entry = FloatEntry;
     static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(float);
-    static constexpr bool kCanStream = hasAlpha(kLayout);
+    static constexpr bool kCanStream = hasAlpha(kLayout) || TAVRIN_TRANSPOSE_AVX512; // where vectors are stored one by one
 
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
@@ -417,19 +450,9 @@ struct FloatFormat
         float* const elements = reinterpret_cast<float*>(p);
         const Channels c = InMemoryOrder<kLayout, Channels>(red, green, blue, alpha);
         if constexpr (hasAlpha(kLayout))
-        {
             StoreFourFloats<kStream>(c, elements);
-        }
         else
-        {
-#if HWY_TARGET == HWY_SCALAR
-            StoreVector<false>(c.c0, elements);
-            StoreVector<false>(c.c1, elements + 1);
-            StoreVector<false>(c.c2, elements + 2);
-#else
-            hn::StoreInterleaved3(c.c0, c.c1, c.c2, D(), elements);
-#endif
-        }
+            StoreThreeFloats<kStream>(c, elements);
     }
 
     // Entries are values.
@@ -495,6 +518,53 @@ private:
         const __m256i both =
             _mm256_inserti128_si256(_mm256_castsi128_si256(_mm256_cvtps_ph(low.raw, kRound)), _mm256_cvtps_ph(high.raw, kRound), 1);
         StoreVector<kStream>(V{_mm256_castsi256_ps(both)}, reinterpret_cast<float*>(p));
+#endif
+    }
+};
+
+// Three halfs a pixel: values take the processor's conversion on planes.
+template <Layout kLayout>
+requires(!hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, HalfElement>
+{
+    static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
+    {
+        Channels c;
+        Narrow n0, n1, n2;
+        hn::LoadInterleaved3(DN(), reinterpret_cast<const std::uint16_t*>(p), n0, n1, n2);
+        c.c0 = ToFloat(n0);
+        c.c1 = ToFloat(n1);
+        c.c2 = ToFloat(n2);
+        c.c3 = hn::Set(D(), HalfElement::kImplicitAlpha);
+        InColorOrder<kLayout>(c, red, green, blue, alpha);
+    }
+
+    template <bool kStream>
+    static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
+    {
+        const Channels c = InMemoryOrder<kLayout, Channels>(red, green, blue, alpha);
+        hn::StoreInterleaved3(FromFloat(c.c0), FromFloat(c.c1), FromFloat(c.c2), DN(), reinterpret_cast<std::uint16_t*>(p));
+    }
+
+private:
+    using DN = hn::Rebind<std::uint16_t, D>;
+    using Narrow = hn::VFromD<DN>;
+
+    static HWY_INLINE V ToFloat(Narrow halfs)
+    {
+#if TAVRIN_TRANSPOSE_AVX512
+        return V{_mm512_cvtph_ps(halfs.raw)};
+#else
+        return V{_mm256_cvtph_ps(halfs.raw)};
+#endif
+    }
+
+    static HWY_INLINE Narrow FromFloat(V values)
+    {
+        constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
+#if TAVRIN_TRANSPOSE_AVX512
+        return Narrow{_mm512_cvtps_ph(values.raw, kRound)};
+#else
+        return Narrow{_mm256_cvtps_ph(values.raw, kRound)};
 #endif
     }
 };

@@ -70,6 +70,34 @@ HWY_INLINE void Interleave(Channels const& c, V& p0, V& p1, V& p2, V& p3)
     p3 = V{_mm512_castpd_ps(_mm512_permutex2var_pd(c01high, highPairs, c23high))};
 }
 
+// For each lane of one of the three registers that 16 pixels of three channels fill: what it takes of the first two channels, 16
+// and more standing for the second, and then of these and the third.
+struct PlacesOfThree
+{
+    constexpr explicit PlacesOfThree(int whichRegister) : ofFirstTwo(), withThird()
+    {
+        for (int lane = 0; lane < 16; ++lane)
+        {
+            const int pixel = (16 * whichRegister + lane) / 3;
+            const int channel = (16 * whichRegister + lane) % 3;
+            ofFirstTwo[lane] = channel == 1 ? 16 + pixel : pixel;
+            withThird[lane] = channel == 2 ? 16 + pixel : lane;
+        }
+    }
+
+    alignas(64) int ofFirstTwo[16];
+    alignas(64) int withThird[16];
+};
+
+// Three channels as a register of whole pixels in memory order.
+template <int kRegister>
+HWY_INLINE V InterleaveThree(Channels const& c)
+{
+    static constexpr PlacesOfThree kPlaces(kRegister);
+    const __m512 two = _mm512_permutex2var_ps(c.c0.raw, _mm512_load_si512(kPlaces.ofFirstTwo), c.c1.raw);
+    return V{_mm512_permutex2var_ps(two, _mm512_load_si512(kPlaces.withThird), c.c2.raw)};
+}
+
 #elif HWY_TARGET == HWY_AVX2
 
 // A register holds pixels k and k + 4; in-lane shuffles then leave the channels in pixel order.
