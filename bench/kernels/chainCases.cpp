@@ -40,13 +40,16 @@ double kernelsInCache(Rendering::Pipeline const& pipeline, PixelFormat format)
     Block block;
     CacheClock clock(Block::kPixels);
     for (int i = 0; i < 20; ++i)
-        clock.measure([&] { load(sourceFrame(), Block::kPixels, block); },
-                      [&]
-                      {
-                          for (Rendering::LineKernel const& kernel : kernels)
-                              kernel.function(kernel.parameters, block, Block::kPixels, {0, 0},
-                                              kernel.keepsAlpha ? Rendering::Outputs::Colors : Rendering::Outputs::ColorsAndAlpha);
-                      });
+        clock.measure(
+            [&] {
+                load(sourceFrame(), {0, Block::kPixels}, block);
+            },
+            [&]
+            {
+                for (Rendering::LineKernel const& kernel : kernels)
+                    kernel.function(kernel.parameters, block, Block::kPixels, {0, 0},
+                                    kernel.keepsAlpha ? Rendering::Outputs::Colors : Rendering::Outputs::ColorsAndAlpha);
+            });
     return clock.nanosecondsPerPixel();
 }
 

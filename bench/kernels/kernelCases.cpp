@@ -48,7 +48,10 @@ void runKernel(benchmark::State& state, Rendering::Pipeline const& pipeline, Tav
     fillSource(in);
     Block block;
     runInCache(
-        state, Block::kPixels, [&] { load(sourceFrame(), Block::kPixels, block); },
+        state, Block::kPixels,
+        [&] {
+            load(sourceFrame(), {0, Block::kPixels}, block);
+        },
         [&] {
             kernel.function(kernel.parameters, block, Block::kPixels, {0, 0}, outputs);
         });

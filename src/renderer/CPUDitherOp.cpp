@@ -44,6 +44,8 @@ public:
 
     RendererKind getOpType() const override { return RendererKind::DitherRenderer; }
 
+    bool dependsOnPosition() const override { return !m_noise.empty(); }
+
     LineKernel prepareLine(LineParameters&) const override
     {
         if (m_noise.empty())

@@ -42,10 +42,10 @@ public:
     Byte* line(unsigned int index) const { return m_first + std::size_t{index} * m_stride; }
     Byte* pixel(unsigned int lineIndex, unsigned int x) const { return line(lineIndex) + std::size_t{x} * m_pixelBytes; }
 
-    // What is read when the line is done up to x: the rest of the line, or the next one.
-    UpcomingPixels following(unsigned int lineIndex, unsigned int x, unsigned int width) const
+    // What is read when the line is done up to x: the rest of the line, or the line that is so many further on.
+    UpcomingPixels following(unsigned int lineIndex, unsigned int x, unsigned int width, unsigned int lines = 1) const
     {
-        return {x < width ? pixel(lineIndex, x) : line(lineIndex + 1), m_pixelBytes};
+        return {x < width ? pixel(lineIndex, x) : line(lineIndex + lines), m_pixelBytes};
     }
 
 private:
@@ -80,7 +80,7 @@ bool wantsStreaming(SourceLines const& source, DestinationLines const& destinati
     return bytes >= kStreamedBytes && !overlap(source, destination, roi);
 }
 
-// A renderer with what holds for the line that is being rendered.
+// A renderer with what holds for the lines that are being rendered.
 struct RunningRenderer
 {
     LineKernel kernel;
@@ -101,6 +101,17 @@ void findReadersOfAlpha(TransformProcessor const& renderers, PixelFormat out, Ru
         running[i].alphaIsRead = isRead;
         isRead = isRead || renderers[i].mixesAlpha();
     }
+}
+
+// Short lines share a block, as far as they fit in.
+unsigned int linesOfABlock(TransformProcessor const& renderers, ROI const& roi)
+{
+    for (std::size_t i = 0; i < renderers.size(); ++i)
+    {
+        if (renderers[i].dependsOnPosition())
+            return 1;
+    }
+    return std::max(Block::kPixels / roi.width, 1U);
 }
 
 // A renderer that is bypassed still makes the change of depth that its place asks for.
@@ -128,7 +139,7 @@ private:
 };
 
 // What the first renderer wants is asked for; a bypassed one takes values.
-bool prepareLine(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
+bool prepareLines(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
 {
     bool takesCodes = false;
     for (std::size_t i = 0; i < running.size(); ++i)
@@ -142,6 +153,12 @@ bool prepareLine(TransformProcessor const& renderers, BypassScales const& bypass
             takesCodes = !isBypassed && renderer.takesCodes();
     }
     return takesCodes;
+}
+
+void run(RunningRenderers const& running, Block& block, unsigned int count, ImagePosition position)
+{
+    for (RunningRenderer const& renderer : running)
+        renderer.kernel.function(renderer.kernel.parameters, block, count, position, renderer.outputs());
 }
 
 // The tables of a lone renderer whose entries are all that the next line needs.
@@ -204,30 +221,36 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
     Block block;
     RunningRenderers running(renderers.size(), boost::container::default_init);
     findReadersOfAlpha(renderers, m_out, running);
-    for (unsigned int line = 0; line < roi.height; ++line)
+    unsigned int const maxLines = linesOfABlock(renderers, roi);
+    for (unsigned int line = 0, lines = 0; line < roi.height; line += lines)
     {
+        lines = std::min(roi.height - line, maxLines);
         Lut1DParameters const* const entries = getDirectEntries(renderers, m_in, m_out);
         if (entries != nullptr && byteLines)
         {
-            byteLines.render(*entries, source.line(line), destination.line(line), roi.width);
+            for (unsigned int i = line; i < line + lines; ++i)
+                byteLines.render(*entries, source.line(i), destination.line(i), roi.width);
             continue;
         }
-        bool const takesCodes = entries != nullptr || prepareLine(renderers, bypassScales, running);
+        bool const takesCodes = entries != nullptr || prepareLines(renderers, bypassScales, running);
         LoadFunction const load = takesCodes ? m_source.loadCodes : m_source.load;
         for (unsigned int x = 0; x < roi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(roi.width - x, Block::kPixels);
-            std::uint8_t* const target = destination.pixel(line, x);
-            UpcomingPixels const upcoming = source.following(line, x + count, roi.width);
-            load(source.pixel(line, x), count, block);
-            if (entries != nullptr)
+            for (unsigned int i = 0; i < lines; ++i)
+                load(source.pixel(line + i, x), {i * count, count}, block);
+            if (entries == nullptr)
+                run(running, block, lines * count, {roi.x + x, roi.y + line});
+            for (unsigned int i = 0; i < lines; ++i)
             {
-                storeEntries(*entries, block, count, target, upcoming);
-                continue;
+                Places const places{i * count, count};
+                std::uint8_t* const target = destination.pixel(line + i, x);
+                UpcomingPixels const upcoming = source.following(line + i, x + count, roi.width, lines);
+                if (entries != nullptr)
+                    storeEntries(*entries, block, places, target, upcoming);
+                else
+                    store(block, places, target, upcoming);
             }
-            for (RunningRenderer const& renderer : running)
-                renderer.kernel.function(renderer.kernel.parameters, block, count, {roi.x + x, roi.y + line}, renderer.outputs());
-            store(block, count, target, upcoming);
         }
     }
     if (streams)
@@ -254,8 +277,8 @@ void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int
         for (unsigned int x = 0; x < sourceRoi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(sourceRoi.width - x, Block::kPixels);
-            load(source.pixel(line, x), count, block);
-            store(block, count, destination.pixel(line, x), source.following(line, x + count, sourceRoi.width));
+            load(source.pixel(line, x), {0, count}, block);
+            store(block, {0, count}, destination.pixel(line, x), source.following(line, x + count, sourceRoi.width));
         }
     }
 }

@@ -13,8 +13,8 @@ namespace Rendering
 using Tavrin::ROI;
 
 // Works line by line, and a line in blocks that stay in the first-level cache: a block is loaded, every renderer runs over it, and
-// it is stored, so that memory is read once and written once. Keeps no state, allocates nothing, and may run in several threads at
-// once.
+// it is stored, so that memory is read once and written once. Lines that are shorter than a block share one. Keeps no state,
+// allocates nothing, and may run in several threads at once.
 class CPUEngine
 {
 public:

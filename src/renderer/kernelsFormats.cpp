@@ -648,63 +648,72 @@ struct Codes
     }
 };
 
+static_assert(hn::MaxLanes(D()) <= Block::kGap);
+
 template <class Format, class Content>
 HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
 {
     const D d;
     V red, green, blue, alpha;
     Content::template LoadVector<Format>(p, red, green, blue, alpha);
-    hn::Store(red, d, block.red + at);
-    hn::Store(green, d, block.green + at);
-    hn::Store(blue, d, block.blue + at);
-    hn::Store(alpha, d, block.alpha + at);
+    hn::StoreU(red, d, block.red + at);
+    hn::StoreU(green, d, block.green + at);
+    hn::StoreU(blue, d, block.blue + at);
+    hn::StoreU(alpha, d, block.alpha + at);
 }
 
 template <class Format, class Content>
-void Load(void const* source, unsigned int count, Block& block)
+void Load(void const* source, Places places, Block& block)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
     const std::uint8_t* p = static_cast<const std::uint8_t*>(source);
-    unsigned int i = 0;
-    for (; i + lanes <= count; i += lanes, p += lanes * Format::kPixelBytes)
+    const unsigned int end = places.first + places.count;
+    unsigned int i = places.first;
+    for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
         LoadVector<Format, Content>(p, i, block);
-    if (i < count)
+    if (i < end)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes] = {};
-        std::memcpy(rest, p, (count - i) * Format::kPixelBytes);
+        std::memcpy(rest, p, (end - i) * Format::kPixelBytes);
         LoadVector<Format, Content>(rest, i, block);
     }
 }
 
-// What is stored of a block: its values, or the entries of tables that its codes stand for. The block's planes are read unaligned,
-// since the first place may be any.
+// What is stored of a block, from some place on: its values, or the entries of tables that its codes stand for. The block's planes
+// are read unaligned, since the first place may be any.
 class ValuesOfBlock
 {
 public:
-    HWY_INLINE explicit ValuesOfBlock(Block const& block) : m_block(block) {}
+    HWY_INLINE ValuesOfBlock(Block const& block, unsigned int first) : m_block(block), m_first(first) {}
 
     template <class Format, bool kStream>
-    HWY_INLINE void StoreVector(unsigned int at, std::uint8_t* p) const
+    HWY_INLINE void StoreVector(unsigned int index, std::uint8_t* p) const
     {
         const D d;
+        const unsigned int at = m_first + index;
         Format::template Store<kStream>(hn::LoadU(d, m_block.red + at), hn::LoadU(d, m_block.green + at),
                                         hn::LoadU(d, m_block.blue + at), hn::LoadU(d, m_block.alpha + at), p);
     }
 
 private:
     Block const& m_block;
+    unsigned int m_first;
 };
 
 class EntriesOfBlock
 {
 public:
-    HWY_INLINE EntriesOfBlock(Lut1DParameters const& tables, Block const& block) : m_tables(tables), m_block(block) {}
+    HWY_INLINE EntriesOfBlock(Lut1DParameters const& tables, Block const& block, unsigned int first)
+        : m_tables(tables), m_block(block), m_first(first)
+    {
+    }
 
     template <class Format, bool kStream>
-    HWY_INLINE void StoreVector(unsigned int at, std::uint8_t* p) const
+    HWY_INLINE void StoreVector(unsigned int index, std::uint8_t* p) const
     {
         using T = typename Format::Entry::Type;
         const D d;
+        const unsigned int at = m_first + index;
         const V alpha = hn::Mul(hn::LoadU(d, m_block.alpha + at), hn::Set(d, m_tables.alphaScale));
         Format::template StoreCodes<kStream>(Entries<T>(0, m_block.red + at), Entries<T>(1, m_block.green + at),
                                              Entries<T>(2, m_block.blue + at), alpha, p);
@@ -720,6 +729,7 @@ private:
 
     Lut1DParameters const& m_tables;
     Block const& m_block;
+    unsigned int m_first;
 };
 
 // Asks for the source of as many pixels as a vector holds.
@@ -770,15 +780,15 @@ HWY_INLINE void StorePixels(Pixels const& pixels, unsigned int count, void* dest
 }
 
 template <class Format, bool kStream>
-void Store(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
+void Store(Block const& block, Places places, void* destination, UpcomingPixels upcoming)
 {
-    StorePixels<Format, kStream>(ValuesOfBlock(block), count, destination, upcoming);
+    StorePixels<Format, kStream>(ValuesOfBlock(block, places.first), places.count, destination, upcoming);
 }
 
 template <class Format, bool kStream>
-void StoreEntries(Lut1DParameters const& tables, Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming)
+void StoreEntries(Lut1DParameters const& tables, Block const& block, Places places, void* destination, UpcomingPixels upcoming)
 {
-    StorePixels<Format, kStream>(EntriesOfBlock(tables, block), count, destination, upcoming);
+    StorePixels<Format, kStream>(EntriesOfBlock(tables, block, places.first), places.count, destination, upcoming);
 }
 
 template <class Format>

@@ -13,8 +13,9 @@ using Tavrin::PixelFormat;
 
 struct Lut1DParameters;
 
-// Reads pixels into the first places of the block: code values as floats; a format without alpha gives the depth's maximum.
-using LoadFunction = void (*)(void const* source, unsigned int count, Block& block);
+// Reads pixels into places of the block: code values as floats; a format without alpha gives the depth's maximum. The places behind
+// them are overwritten as well, so those of one block are filled in order.
+using LoadFunction = void (*)(void const* source, Places places, Block& block);
 
 // The source pixels that come after those of the block. They are fetched into the cache while the block is stored, when the memory
 // has nothing else to read; the address need not be valid.
@@ -24,13 +25,13 @@ struct UpcomingPixels
     unsigned int pixelBytes;
 };
 
-// Writes the first pixels of the block. Integer depths: 0.5 is added, then clamped and truncated, a NaN becomes 0; halfs are
+// Writes pixels of the block. Integer depths: 0.5 is added, then clamped and truncated, a NaN becomes 0; halfs are
 // rounded to nearest even; floats pass as they are.
-using StoreFunction = void (*)(Block const& block, unsigned int count, void* destination, UpcomingPixels upcoming);
+using StoreFunction = void (*)(Block const& block, Places places, void* destination, UpcomingPixels upcoming);
 
 // The same for a block of codes: colours are the entries of these rows of the tables, as they stand, and alpha is scaled and stored
 // as a value.
-using EntryStoreFunction = void (*)(Lut1DParameters const& tables, Block const& block, unsigned int count, void* destination,
+using EntryStoreFunction = void (*)(Lut1DParameters const& tables, Block const& block, Places places, void* destination,
                                     UpcomingPixels upcoming);
 
 struct FormatFunctions

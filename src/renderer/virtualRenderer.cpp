@@ -27,6 +27,11 @@ bool VirtualRenderer::mixesAlpha() const
     return false;
 }
 
+bool VirtualRenderer::dependsOnPosition() const
+{
+    return false;
+}
+
 Lut1DParameters const* VirtualRenderer::getDirectEntries(Tavrin::BitDepth, Tavrin::BitDepth) const
 {
     return nullptr;

@@ -26,7 +26,7 @@ enum class RendererKind : unsigned int
 inline constexpr unsigned int kRendererKinds = 37;
 char const* getRendererKindName(RendererKind kind);
 
-// Arithmetic with its parameters, for one line of pixels.
+// Arithmetic with its parameters, for a line of pixels, or for a few short ones.
 struct LineKernel
 {
     BlockFunction function;
@@ -45,7 +45,7 @@ LineKernel makeLineKernel(BlockFunction function, Parameters const& parameters)
         return {function, &parameters, false};
 }
 
-// Room for parameters that hold for one line only, since they follow from dynamic values.
+// Room for parameters that hold for those lines only, since they follow from dynamic values.
 struct LineParameters
 {
     alignas(16) std::byte bytes[256];
@@ -74,7 +74,8 @@ public:
 
     virtual RendererKind getOpType() const = 0;
 
-    // What runs over the next line. Dynamic values are read here and hold for the line.
+    // What runs over the next line, or over the next few that are rendered together. Dynamic values are read here and hold for all
+    // of them.
     virtual LineKernel prepareLine(LineParameters& room) const = 0;
 
     // Whether colours are wanted as codes, as a table that they index does, and not as values. Only the first renderer is asked.
@@ -87,6 +88,9 @@ public:
 
     // Whether colours follow from alpha too.
     virtual bool mixesAlpha() const;
+
+    // Whether pixels follow from where they stand in the image, so that a block has to hold those of one line.
+    virtual bool dependsOnPosition() const;
 
     // Whether the next line is only to change its depth.
     bool isBypassed() const { return m_bypass->getValue(); }

@@ -1,7 +1,9 @@
 // The engine as a whole: regions, strides, places in memory, bypass, chains, long lines, threads.
+#include "renderer/lut1DTables.h"
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
 
+#include "transform/ditherOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
 #include "utils/errorMessage.h"
@@ -210,6 +212,38 @@ TEST(Engine, LinesLongerThanABlockAndChainsOfManyRenderersGiveWhatEachStepGives)
     for (std::size_t i = 0; i < in.size(); ++i)
         in[i] = static_cast<float>(i) - 7000.0F;
     EXPECT_EQ(in, (renderAs<float, float>(ops, Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, in, 5003)));
+}
+
+TEST(Engine, ShortLinesThatShareABlockGiveWhatEachOfThemGives)
+{
+    constexpr unsigned int kHeight = 140; // More lines than a block has pixels.
+    constexpr unsigned int kImageWidth = 140;
+    MatrixOp const matrix = mixing();
+    Color::DitherOp const dither(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_8i);
+    Color::Lut1DOp const table = tableOf(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, 33, curve);
+    std::vector<Color::Op const*> const chains[] = {{&matrix}, {&matrix, &dither}, {&table}, {&table, &matrix}};
+    forEveryTarget(
+        [&]
+        {
+            for (PixelFormat format : {Tavrin::PF_RGB_8i, Tavrin::PF_BGRA_16i, Tavrin::PF_RGBA_10iP, Tavrin::PF_RGBA_16f,
+                                       Tavrin::PF_RGB_32f, Tavrin::PF_RGBA_32f})
+            {
+                std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, kImageWidth * kHeight, 11);
+                for (std::size_t chain = 0; chain < std::size(chains); ++chain)
+                {
+                    Rendering::CPURenderer renderer = rendererOf(transformOf(chains[chain]), format, format);
+                    for (unsigned int width : {1U, 2U, 3U, 5U, 8U, 15U, 16U, 17U, 42U, 64U, 65U, 127U, 128U, 129U})
+                    {
+                        std::vector<unsigned char> together(source.size(), 0xcd);
+                        std::vector<unsigned char> apart = together;
+                        renderer.apply(source.data(), together.data(), ROI(3, 0, width, kHeight, kImageWidth, kHeight), 0, 0);
+                        for (unsigned int y = 0; y < kHeight; ++y)
+                            renderer.apply(source.data(), apart.data(), ROI(3, y, width, 1, kImageWidth, kHeight), 0, 0);
+                        ASSERT_EQ(apart, together) << Tavrin::pfToStr(format) << " chain " << chain << " width " << width;
+                    }
+                }
+            }
+        });
 }
 
 TEST(Engine, RendersInPlace)

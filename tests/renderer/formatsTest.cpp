@@ -109,11 +109,11 @@ TEST(Formats, EveryCountOfPixelsWritesItsBytesAndNoMore)
             for (unsigned int count = 1; count <= 40; ++count)
             {
                 std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, count, count);
-                functions.load(source.data(), count, *block);
+                functions.load(source.data(), {0, count}, *block);
                 for (StoreFunction store : {functions.store, functions.stream})
                 {
                     std::vector<unsigned char> destination(count * bytes + 64, 0xcd);
-                    store(*block, count, destination.data(), {source.data(), 1});
+                    store(*block, {0, count}, destination.data(), {source.data(), 1});
                     for (unsigned int i = 0; i < count; ++i)
                         expectStored(format, PixelModel::read(format, source.data() + i * bytes), destination.data() + i * bytes,
                                      nameOf(format) + " count " + std::to_string(count));
@@ -137,13 +137,13 @@ TEST(Formats, StreamedStoresGiveTheSameBytesFromAnyAddress)
             std::size_t const bytes = PixelModel::pixelBytes(format);
             std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, kPixels, 3);
             auto const block = std::make_unique<Block>();
-            functions.load(source.data(), kPixels, *block);
+            functions.load(source.data(), {0, kPixels}, *block);
             for (std::size_t shift = 0; shift < 64; ++shift)
             {
                 std::vector<unsigned char> ordinary(kPixels * bytes + 128, 0xcd);
                 std::vector<unsigned char> streamed = ordinary;
-                functions.store(*block, kPixels, ordinary.data() + shift, {source.data(), 1});
-                functions.stream(*block, kPixels, streamed.data() + shift, {source.data(), 1});
+                functions.store(*block, {0, kPixels}, ordinary.data() + shift, {source.data(), 1});
+                functions.stream(*block, {0, kPixels}, streamed.data() + shift, {source.data(), 1});
                 finishStreaming();
                 ASSERT_EQ(ordinary, streamed) << nameOf(format) << " shifted by " << shift;
             }
