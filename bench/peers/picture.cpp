@@ -90,13 +90,13 @@ void putPacked(std::size_t pixel, unsigned char* to)
         to[byte] = static_cast<unsigned char>(word >> (24 - 8 * byte));
 }
 
-Rgb packedAt(unsigned char const* from)
+Pixel packedAt(unsigned char const* from)
 {
     std::uint32_t const word = from[0] << 24U | from[1] << 16U | from[2] << 8U | from[3];
-    Rgb rgb;
+    Pixel pixel = {{}, (word & 3U) / 3.0};
     for (unsigned int c = 0; c < 3; ++c)
-        rgb[c] = (word >> kPackedShifts[c] & 1023U) / 1023.0;
-    return rgb;
+        pixel.color[c] = (word >> kPackedShifts[c] & 1023U) / 1023.0;
+    return pixel;
 }
 
 std::size_t channelOffset(Tavrin::PixelFormat format, Arrangement arrangement, std::size_t pixel, unsigned int channel)
@@ -151,14 +151,14 @@ unsigned char* picture(Tavrin::PixelFormat format, Arrangement arrangement)
     return drawn.frame;
 }
 
-Rgb pixelAt(unsigned char const* frame, Tavrin::PixelFormat format, Arrangement arrangement, std::size_t pixel)
+Pixel pixelAt(unsigned char const* frame, Tavrin::PixelFormat format, Arrangement arrangement, std::size_t pixel)
 {
     if (isPacked(format))
         return packedAt(frame + pixel * 4);
-    Rgb rgb;
-    for (unsigned int c = 0; c < 3; ++c)
-        rgb[c] = channelAt(frame + channelOffset(format, arrangement, pixel, c), depthOf(format));
-    return rgb;
+    auto const channel = [&](unsigned int c)
+    { return channelAt(frame + channelOffset(format, arrangement, pixel, c), depthOf(format)); };
+    Rgb const color = {channel(0), channel(1), channel(2)};
+    return Tavrin::getNumChannels(format) == 4 ? Pixel{color, channel(3)} : Pixel{color};
 }
 
 } // namespace Bench

@@ -29,8 +29,14 @@ std::size_t channelBytes(Tavrin::PixelFormat format);
 // last call with the same arrangement.
 unsigned char* picture(Tavrin::PixelFormat format, Arrangement arrangement);
 
-// Full signal is 1.
-Rgb pixelAt(unsigned char const* frame, Tavrin::PixelFormat format, Arrangement arrangement, std::size_t pixel);
+// Full signal is 1, and so is alpha where there is none.
+struct Pixel
+{
+    Rgb color;
+    double alpha = 1.0;
+};
+
+Pixel pixelAt(unsigned char const* frame, Tavrin::PixelFormat format, Arrangement arrangement, std::size_t pixel);
 
 } // namespace Bench
 

@@ -92,6 +92,7 @@ Json jsonOf(std::vector<Row> const& rows, Effort const& effort)
     json["missing"] = missingLibraries();
     for (Participant const& participant : participants())
         json["participants"].push_back(jsonOf(participant));
+    json["rows"] = Json::array();
     for (Row const& row : rows)
         json["rows"].push_back(jsonOf(row));
     return json;

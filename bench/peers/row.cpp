@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <functional>
+#include <limits>
+#include <utility>
 #include <vector>
 
 namespace Bench
@@ -51,22 +54,35 @@ double expected(double value, Tavrin::PixelFormat format)
     return Tavrin::isIntegerDepth(depthOf(format)) ? std::clamp(value, 0.0, 1.0) : value;
 }
 
+// As a part of full signal, or of the value where that is larger. What is not finite is as far off as can be.
+double errorOf(double value, double wanted)
+{
+    double const error = std::abs(value - wanted) / std::max(1.0, std::abs(wanted));
+    return std::isfinite(error) ? error : std::numeric_limits<double>::max();
+}
+
+// The source's alpha is 1, and nobody changes it.
+double errorOf(Pixel const& pixel, Rgb const& wanted, Tavrin::PixelFormat format)
+{
+    double largest = errorOf(pixel.alpha, 1.0);
+    for (std::size_t c = 0; c < wanted.size(); ++c)
+        largest = std::max(largest, errorOf(pixel.color[c], expected(wanted[c], format)));
+    return largest;
+}
+
 double largestError(Task const& task, Runnable const& runnable)
 {
+    // What is not written stays NaN, or full signal.
+    std::memset(destinationFrame(), 0xff, kPixels * Tavrin::getPixelSizeInByte(task.out));
     runnable.run();
     runnable.deliver();
     unsigned char const* const source = picture(task.in, Arrangement::Interleaved);
     double largest = 0.0;
-    for (std::size_t pixel = 0; pixel < kPixels; pixel += kCheckedStep)
+    for (std::size_t i = 0; i < kPixels; i += kCheckedStep)
     {
-        Rgb const wanted = evaluate(task.work, pixelAt(source, task.in, Arrangement::Interleaved, pixel));
-        Rgb const got = pixelAt(destinationFrame(), task.out, runnable.arrangement, pixel);
-        for (std::size_t c = 0; c < got.size(); ++c)
-        {
-            double const value = expected(wanted[c], task.out);
-            double const error = std::abs(got[c] - value) / std::max(1.0, std::abs(value));
-            largest = error <= largest ? largest : error; // NaN is the largest of all
-        }
+        Rgb const wanted = evaluate(task.work, pixelAt(source, task.in, Arrangement::Interleaved, i).color);
+        Pixel const got = pixelAt(destinationFrame(), task.out, runnable.arrangement, i);
+        largest = std::max(largest, errorOf(got, wanted, task.out));
     }
     return largest;
 }
@@ -90,7 +106,7 @@ Result checked(Task const& task, Entrant const& entrant)
     return result;
 }
 
-// ---------------------------------------------------------------- the clock
+// ---------------------------------------------------------------- the times
 
 // What threads of a library did counts too.
 std::vector<Timing> timingsOf(std::vector<Entrant> const& entrants, Effort const& effort)
