@@ -42,7 +42,7 @@ double kernelsInCache(Rendering::Pipeline const& pipeline, PixelFormat format)
     for (int i = 0; i < 20; ++i)
         clock.measure(
             [&] {
-                load(sourceFrame(), {0, Block::kPixels}, block);
+                load(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
             },
             [&]
             {

@@ -48,7 +48,10 @@ void addLoad(std::string const& name, PixelFormat format, Rendering::LoadFunctio
         {
             Rendering::LoadFunction const function = Rendering::getFormatFunctions(format).*load;
             Block block;
-            runInCache(state, Block::kPixels, doNothing, [&] { function(sourceFrame(), {0, Block::kPixels}, block); });
+            runInCache(state, Block::kPixels, doNothing,
+                       [&] {
+                           function(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
+                       });
         });
 }
 
@@ -59,7 +62,7 @@ void addStore(PixelFormat format)
         {
             FormatFunctions const& functions = Rendering::getFormatFunctions(format);
             Block block;
-            functions.load(sourceFrame(), {0, Block::kPixels}, block);
+            functions.load(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
             runInCache(state, Block::kPixels, doNothing,
                        [&] {
                            functions.store(block, {0, Block::kPixels}, destinationFrame(), {sourceFrame(), 4});
@@ -87,7 +90,7 @@ void addEntryStore(PixelFormat format)
             FormatFunctions const& functions = Rendering::getFormatFunctions(format);
             Rendering::Lut1DParameters const& entries = entriesOf(*table, format);
             Block block;
-            functions.loadCodes(sourceFrame(), {0, Block::kPixels}, block);
+            functions.loadCodes(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
             runInCache(state, Block::kPixels, doNothing,
                        [&] {
                            functions.storeEntries(entries, block, {0, Block::kPixels}, destinationFrame(), {sourceFrame(), 4});

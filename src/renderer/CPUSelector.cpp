@@ -87,8 +87,11 @@ struct RunningRenderer
     LineParameters parameters;
     // Some later renderer, or the destination, takes the alpha that this one gives.
     bool alphaIsRead;
+    // All pixels have the same alpha, which is reckoned once for the line.
+    bool alphaIsUniform;
 
-    Outputs outputs() const { return alphaIsRead && !kernel.keepsAlpha ? Outputs::ColorsAndAlpha : Outputs::Colors; }
+    bool changesAlpha() const { return alphaIsRead && !kernel.keepsAlpha; }
+    Outputs outputs() const { return changesAlpha() && !alphaIsUniform ? Outputs::ColorsAndAlpha : Outputs::Colors; }
 };
 
 using RunningRenderers = boost::container::small_vector<RunningRenderer, 16>;
@@ -101,6 +104,29 @@ void findReadersOfAlpha(TransformProcessor const& renderers, PixelFormat out, Ru
         running[i].alphaIsRead = isRead;
         isRead = isRead || renderers[i].mixesAlpha();
     }
+}
+
+// A format without alpha gives all pixels the same one. In lines of a block or less there is nothing to win by that.
+void findUniformAlpha(TransformProcessor const& renderers, PixelFormat in, unsigned int width, RunningRenderers& running)
+{
+    bool isUniform = !hasAlpha(layoutOf(in)) && width > Block::kPixels;
+    for (std::size_t i = 0; i < running.size(); ++i)
+    {
+        isUniform = isUniform && !renderers[i].mixesAlpha() && !renderers[i].dependsOnPosition();
+        running[i].alphaIsUniform = isUniform;
+    }
+}
+
+// What the uniform alpha is behind the renderers that leave it so. What they make of the block's colours is of no interest.
+float reckonUniformAlpha(RunningRenderers const& running, float alpha, Block& block)
+{
+    std::fill_n(block.alpha, Block::kPixels, alpha);
+    for (RunningRenderer const& renderer : running)
+    {
+        if (renderer.alphaIsUniform && renderer.changesAlpha())
+            renderer.kernel.function(renderer.kernel.parameters, block, 1, {0, 0}, Outputs::ColorsAndAlpha);
+    }
+    return block.alpha[0];
 }
 
 // Short lines share a block, as far as they fit in.
@@ -221,6 +247,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
     Block block;
     RunningRenderers running(renderers.size(), boost::container::default_init);
     findReadersOfAlpha(renderers, m_out, running);
+    findUniformAlpha(renderers, m_in, roi.width, running);
     unsigned int const maxLines = linesOfABlock(renderers, roi);
     for (unsigned int line = 0, lines = 0; line < roi.height; line += lines)
     {
@@ -234,11 +261,12 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
         }
         bool const takesCodes = entries != nullptr || prepareLines(renderers, bypassScales, running);
         LoadFunction const load = takesCodes ? m_source.loadCodes : m_source.load;
+        float const alpha = entries != nullptr ? getMissingAlpha(m_in) : reckonUniformAlpha(running, getMissingAlpha(m_in), block);
         for (unsigned int x = 0; x < roi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(roi.width - x, Block::kPixels);
             for (unsigned int i = 0; i < lines; ++i)
-                load(source.pixel(line + i, x), {i * count, count}, block);
+                load(source.pixel(line + i, x), {i * count, count}, block, alpha);
             if (entries == nullptr)
                 run(running, block, lines * count, {roi.x + x, roi.y + line});
             for (unsigned int i = 0; i < lines; ++i)
@@ -277,7 +305,7 @@ void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int
         for (unsigned int x = 0; x < sourceRoi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(sourceRoi.width - x, Block::kPixels);
-            load(source.pixel(line, x), {0, count}, block);
+            load(source.pixel(line, x), {0, count}, block, getMissingAlpha(sourceFormat));
             store(block, {0, count}, destination.pixel(line, x), source.following(line, x + count, sourceRoi.width));
         }
     }

@@ -140,7 +140,6 @@ struct IntegerElement
 {
     using Type = T;
     using Entry = std::conditional_t<sizeof(T) == 1, ByteEntry, ShortEntry>;
-    static constexpr float kImplicitAlpha = static_cast<float>(kMax);
 
     static HWY_INLINE V ToFloat(VU codes) { return hn::ConvertTo(D(), hn::BitCast(DI(), codes)); }
 
@@ -161,7 +160,6 @@ struct HalfElement
 {
     using Type = std::uint16_t;
     using Entry = HalfEntry;
-    static constexpr float kImplicitAlpha = 1.0F;
 
     static HWY_INLINE V ToFloat(VU codes) { return HalfBitsToFloat(D(), codes); }
     static HWY_INLINE VU FromFloat(V value) { return FloatToHalfBits(D(), value); }
@@ -357,12 +355,13 @@ HWY_INLINE void InColorOrder(C const& c, Value& red, Value& green, Value& blue, 
 }
 
 // What formats of codes have in common. Format has operations for codes: LoadCodes(p, red, green, blue, alpha) and
-// StoreCodes<kStream>(red, green, blue, alpha, p), where alpha is a value on the way out and may be anything on the way in if there
-// is none.
-template <class Format, class Element, bool kHasAlpha>
+// StoreCodes<kStream>(red, green, blue, alpha, p), where alpha is a value, which may be anything where there is none.
+template <class Format, class Element, Layout kLayout>
 struct ValuesOfCodes
 {
-    static HWY_INLINE V AlphaValue(VU code) { return kHasAlpha ? Element::ToFloat(code) : hn::Set(D(), Element::kImplicitAlpha); }
+    static constexpr bool kHasAlpha = hasAlpha(kLayout);
+
+    static HWY_INLINE V AlphaValue(VU code) { return kHasAlpha ? Element::ToFloat(code) : hn::Zero(D()); }
 
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
@@ -383,7 +382,7 @@ struct ValuesOfCodes
 
 // Integer elements and halfs.
 template <Layout kLayout, class Element>
-struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, hasAlpha(kLayout)>
+struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, kLayout>
 {
     using T = typename Element::Type;
     using Entry = typename Element::Entry;
@@ -418,6 +417,7 @@ template <Layout kLayout>
 struct FloatFormat
 {
     using Entry = FloatEntry;
+    static constexpr bool kHasAlpha = hasAlpha(kLayout);
     static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(float);
     static constexpr bool kCanStream = hasAlpha(kLayout) || TAVRIN_TRANSPOSE_AVX512; // where vectors are stored one by one
 
@@ -432,7 +432,7 @@ struct FloatFormat
         else
         {
             Channels c;
-            c.c3 = hn::Set(d, 1.0F);
+            c.c3 = hn::Zero(d);
 #if HWY_TARGET == HWY_SCALAR
             c.c0 = hn::LoadU(d, elements);
             c.c1 = hn::LoadU(d, elements + 1);
@@ -534,7 +534,7 @@ requires(!hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, Ha
         c.c0 = ToFloat(n0);
         c.c1 = ToFloat(n1);
         c.c2 = ToFloat(n2);
-        c.c3 = hn::Set(D(), HalfElement::kImplicitAlpha);
+        c.c3 = hn::Zero(D());
         InColorOrder<kLayout>(c, red, green, blue, alpha);
     }
 
@@ -573,7 +573,7 @@ private:
 
 // One big-endian word of ten bits a colour; alpha's two bits are taken and given as they stand.
 template <Layout kLayout>
-struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, IntegerElement<std::uint16_t, 1023>, hasAlpha(kLayout)>
+struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, IntegerElement<std::uint16_t, 1023>, kLayout>
 {
     using Element = IntegerElement<std::uint16_t, 1023>;
     using Entry = Element::Entry;
@@ -651,11 +651,13 @@ struct Codes
 static_assert(hn::MaxLanes(D()) <= Block::kGap);
 
 template <class Format, class Content>
-HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
+HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block, float missingAlpha)
 {
     const D d;
     V red, green, blue, alpha;
     Content::template LoadVector<Format>(p, red, green, blue, alpha);
+    if constexpr (!Format::kHasAlpha)
+        alpha = hn::Set(d, missingAlpha);
     hn::StoreU(red, d, block.red + at);
     hn::StoreU(green, d, block.green + at);
     hn::StoreU(blue, d, block.blue + at);
@@ -663,19 +665,19 @@ HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
 }
 
 template <class Format, class Content>
-void Load(void const* source, Places places, Block& block)
+void Load(void const* source, Places places, Block& block, float missingAlpha)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
     const std::uint8_t* p = static_cast<const std::uint8_t*>(source);
     const unsigned int end = places.first + places.count;
     unsigned int i = places.first;
     for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
-        LoadVector<Format, Content>(p, i, block);
+        LoadVector<Format, Content>(p, i, block, missingAlpha);
     if (i < end)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes] = {};
         std::memcpy(rest, p, (end - i) * Format::kPixelBytes);
-        LoadVector<Format, Content>(rest, i, block);
+        LoadVector<Format, Content>(rest, i, block, missingAlpha);
     }
 }
 
@@ -823,6 +825,11 @@ HWY_AFTER_NAMESPACE();
 
 namespace Rendering
 {
+
+float getMissingAlpha(PixelFormat format)
+{
+    return Tavrin::getBitDepthMaxValue(Color::Utils::depthOf(format));
+}
 
 FormatFunctions const& getFormatFunctions(PixelFormat format)
 {

@@ -86,7 +86,7 @@ public:
     // there are none.
     virtual Lut1DParameters const* getDirectEntries(Tavrin::BitDepth input, Tavrin::BitDepth output) const;
 
-    // Whether colours follow from alpha too.
+    // Whether colours and alpha follow from each other.
     virtual bool mixesAlpha() const;
 
     // Whether pixels follow from where they stand in the image, so that a block has to hold those of one line.

@@ -1,4 +1,4 @@
-// Work on alpha that nothing asks for is left out; what is stored stays the same.
+// Work on alpha that nothing asks for, or that is the same for all pixels, is left out; what is stored stays the same.
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
 #include "renderer/shaderSamples.h"
