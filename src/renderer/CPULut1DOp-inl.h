@@ -87,8 +87,13 @@ struct HalfCode : Lut1DParameters
         // Beyond 65504 both are the same half, and a NaN has no place between two.
         const auto isBetween = hn::And(hn::Eq(quotient, quotient), hn::RebindMask(d, hn::Ne(lower, upper)));
         const V ratio = hn::IfThenElseZero(isBetween, quotient);
-        const V low = Gather<FloatEntry>(d, entries, hn::BitCast(di, lower));
-        const V high = Gather<FloatEntry>(d, entries, hn::BitCast(di, upper));
+        // The upper row is the one behind the lower, but for the ends: beyond 65504 both are the same, and behind a NaN of all ones
+        // stands the first.
+        V low, next;
+        GatherNeighbours(d, static_cast<float const*>(entries), hn::BitCast(di, lower), low, next);
+        const V first = hn::Set(d, *static_cast<float const*>(entries));
+        const V wrapped = hn::IfThenElse(hn::RebindMask(d, hn::Eq(lower, hn::Set(du, 0xffffU))), first, next);
+        const V high = hn::IfThenElse(hn::RebindMask(d, upperIsInfinite), low, wrapped);
         return hn::Add(hn::Mul(hn::Sub(low, high), hn::Sub(hn::Set(d, 1.0F), ratio)), high);
     }
 };

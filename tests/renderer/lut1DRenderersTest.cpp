@@ -292,6 +292,24 @@ TEST(Lut1DRenderer, AHalfDomainInterpolatesBetweenNeighbouringHalfs)
         });
 }
 
+TEST(Lut1DRenderer, BehindTheLastRowOfAHalfDomainStandsTheFirst)
+{
+    Lut1DOp const op = halfTable(BIT_DEPTH_32f);
+    std::uint32_t const allOnes = 0xffffffffU; // a quiet NaN, whose half has all ones too
+    float nan;
+    std::memcpy(&nan, &allOnes, sizeof nan);
+    forEveryTarget(
+        [&]
+        {
+            std::vector<float> const out = render(op, {nan, nan, nan, 1.0F});
+            for (unsigned int column = 0; column < 3; ++column)
+            {
+                float const first = op.getArray().get(column);
+                expectSameFloat((op.getArray().get(3 * 65535 + column) - first) + first, out[column], column);
+            }
+        });
+}
+
 TEST(Lut1DRenderer, AHalfDomainAnswersFrom65504OnWithTheRowOf65504)
 {
     Lut1DOp const op = halfTable(BIT_DEPTH_32f);
