@@ -23,6 +23,8 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <bool kIsReverse, bool kClamps>
 struct CDL : CDLParameters
 {
+    static constexpr std::size_t kVectorsOfCurve = kManyVectors;
+
     void RunBlock(Block& block, unsigned int count, Outputs outputs) const
     {
         if constexpr (!kIsReverse)

@@ -20,6 +20,8 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 struct GammaBasic : GammaBasicParameters
 {
+    static constexpr std::size_t kVectorsOfCurve = kManyVectors;
+
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {

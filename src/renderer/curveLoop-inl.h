@@ -25,15 +25,29 @@ namespace hn = hwy::HWY_NAMESPACE;
 // So many that the pipeline has enough to do, and so few that they find room in the registers.
 inline constexpr std::size_t kCurveVectors = HWY_TARGET <= HWY_AVX3 ? 8 : 4;
 
+// For kernels that gain more by eight vectors on AVX2 than they lose by the room that these take outside of the registers.
+inline constexpr std::size_t kManyVectors = HWY_TARGET <= HWY_AVX2 ? 8 : 4;
+
+// Kernels may tell how many they want.
+template <class Kernel>
+constexpr std::size_t CurveVectorsOf()
+{
+    if constexpr (requires { Kernel::kVectorsOfCurve; })
+        return Kernel::kVectorsOfCurve;
+    else
+        return kCurveVectors;
+}
+
 // Replaces the values of a plane by those of a curve, an operation Curve(d, values, channel) on one vector or several.
 template <class Kernel>
 HWY_INLINE void RunCurve(Kernel const& kernel, int channel, float* plane, std::size_t count)
 {
     const hn::ScalableTag<float> d;
     const std::size_t lanes = hn::Lanes(d);
+    constexpr std::size_t kVectors = CurveVectorsOf<Kernel>();
     std::size_t i = 0;
-    for (; i + kCurveVectors * lanes <= count; i += kCurveVectors * lanes)
-        StoreVectors(kernel.Curve(d, LoadVectors<kCurveVectors>(d, plane + i), channel), d, plane + i);
+    for (; i + kVectors * lanes <= count; i += kVectors * lanes)
+        StoreVectors(kernel.Curve(d, LoadVectors<kVectors>(d, plane + i), channel), d, plane + i);
     for (; i < count; i += lanes)
         StoreVectors(kernel.Curve(d, LoadVectors<1>(d, plane + i), channel), d, plane + i);
 }
