@@ -4,12 +4,8 @@
 
 #include "peers/work.h"
 
-#include <array>
-
 namespace Bench
 {
-
-using Rgb = std::array<double, 3>;
 
 Rgb evaluate(Work const& work, Rgb const& rgb);
 

@@ -2,7 +2,7 @@
 #ifndef TAVRIN_BENCH_PEERS_PICTURE_H
 #define TAVRIN_BENCH_PEERS_PICTURE_H
 
-#include "peers/evaluate.h"
+#include "peers/work.h"
 #include "shared/frame.h"
 
 #include <tavrin/tavrin.h>

@@ -13,6 +13,8 @@
 namespace Bench
 {
 
+using Rgb = std::array<double, 3>;
+
 // All white points are D65.
 enum class Gamut
 {
@@ -60,9 +62,9 @@ struct Table3D
 // ASC CDL 1.2, which clamps.
 struct Cdl
 {
-    std::array<double, 3> slope;
-    std::array<double, 3> offset;
-    std::array<double, 3> power;
+    Rgb slope;
+    Rgb offset;
+    Rgb power;
     double saturation;
 };
 
@@ -156,7 +158,7 @@ struct FilmParameters
 
 FilmParameters filmParameters();
 
-constexpr std::array<double, 3> kLuma = {0.2126, 0.7152, 0.0722};
+constexpr Rgb kLuma = {0.2126, 0.7152, 0.0722};
 
 } // namespace Bench
 
