@@ -9,6 +9,7 @@
 #include "renderer/CPUCDLOp.h"
 #include "renderer/blockLoop-inl.h"
 #include "renderer/limit-inl.h"
+#include "renderer/scaleAndOffset-inl.h"
 #include "renderer/vectorMath-inl.h"
 
 #include <hwy/highway.h>
@@ -19,13 +20,14 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Each channel's slope, offset and power, before the saturation, which knows all channels, or after it in reverse.
-template <bool kIsReverse, bool kClamps>
-struct CDL : CDLParameters
+// Each channel's slope, offset and power, before the saturation, which knows all channels, or after it in reverse. For floats it
+// goes without the scales for changes of depth.
+template <bool kIsReverse, bool kClamps, bool kScales>
+struct CDLSteps : CDLParameters
 {
     static constexpr std::size_t kVectorsOfCurve = kManyVectors;
 
-    void RunBlock(Block& block, unsigned int count, Outputs outputs) const
+    HWY_INLINE void Run(Block& block, unsigned int count, Outputs outputs) const
     {
         if constexpr (!kIsReverse)
             RunColorCurves(*this, block, count);
@@ -41,11 +43,11 @@ struct CDL : CDLParameters
         const auto offsets = hn::Set(d, offset[channel]);
         if constexpr (!kIsReverse)
         {
-            const V scaled = wide::Mul(in, hn::Set(d, inScale));
+            const V scaled = ScaleUnlessOne<kScales>(d, in, inScale);
             return RaiseToPower(d, wide::Add(wide::Mul(scaled, slopes), offsets), power[channel]);
         }
         const V v = wide::Mul(wide::Add(RaiseToPower(d, in, power[channel]), offsets), slopes);
-        return wide::Mul(ClampIfAny(d, v), hn::Set(d, outScale));
+        return ScaleUnlessOne<kScales>(d, ClampIfAny(d, v), outScale);
     }
 
     // The saturation, with what else comes before the curves or after them.
@@ -53,10 +55,10 @@ struct CDL : CDLParameters
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
         if constexpr (kIsReverse)
-            ForEach([&](V& v) HWY_ATTR { v = ClampIfAny(d, hn::Mul(v, hn::Set(d, inScale))); }, r, g, b);
+            ForEach([&](V& v) HWY_ATTR { v = ClampIfAny(d, ScaleUnlessOne<kScales>(d, v, inScale)); }, r, g, b);
         Saturate(d, r, g, b);
         if constexpr (!kIsReverse)
-            ForEach([&](V& v) HWY_ATTR { v = hn::Mul(ClampIfAny(d, v), hn::Set(d, outScale)); }, r, g, b);
+            ForEach([&](V& v) HWY_ATTR { v = ScaleUnlessOne<kScales>(d, ClampIfAny(d, v), outScale); }, r, g, b);
         a = hn::Mul(a, hn::Set(d, alphaScale));
     }
 
@@ -81,7 +83,7 @@ private:
     static HWY_INLINE V RaiseToPower(D d, V v, float exponent)
     {
         if constexpr (kClamps) // The power's own choice of what is above 0 does for the lower clamp.
-            return PowerAbove(d, AtMost(v, hn::Set(d, 1.0F)), exponent, v, hn::Zero(d));
+            return PowerOfPositive(d, AtMost(v, hn::Set(d, 1.0F)), exponent, v, hn::Zero(d));
         else // Negative values pass through.
             return wide::IfThenElse(wide::Lt(v, hn::Zero(d)), v, Power(d, v, exponent));
     }
@@ -95,6 +97,18 @@ private:
         const V blue = hn::Mul(b, hn::Set(d, 0.0722F));
         const V luma = hn::Add(hn::Add(red, green), hn::Add(blue, hn::Zero(d)));
         ForEach([&](V& v) HWY_ATTR { v = hn::Add(luma, hn::Mul(hn::Set(d, saturation), hn::Sub(v, luma))); }, r, g, b);
+    }
+};
+
+template <bool kIsReverse, bool kClamps>
+struct CDL : CDLParameters
+{
+    void RunBlock(Block& block, unsigned int count, Outputs outputs) const
+    {
+        if (inScale == 1.0F && outScale == 1.0F)
+            CDLSteps<kIsReverse, kClamps, false>{*this}.Run(block, count, outputs);
+        else
+            CDLSteps<kIsReverse, kClamps, true>{*this}.Run(block, count, outputs);
     }
 };
 

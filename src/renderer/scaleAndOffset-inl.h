@@ -1,4 +1,4 @@
-// A multiplication and an addition, which many kernels begin or end with.
+// What many kernels begin or end with: a multiplication and an addition, or a change of depth.
 #if defined(TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H
 #undef TAVRIN_RENDERER_SCALE_AND_OFFSET_INL_H
@@ -21,6 +21,16 @@ template <class D, class V>
 HWY_INLINE V ScaleAndOffset(D d, V value, float scale, float offset)
 {
     return wide::Add(wide::Mul(value, hn::Set(d, scale)), hn::Set(d, offset));
+}
+
+// A multiplication that is left out where it is known to be by 1.
+template <bool kScales, class D, class V>
+HWY_INLINE V ScaleUnlessOne(D d, V value, float scale)
+{
+    if constexpr (kScales)
+        return wide::Mul(value, hn::Set(d, scale));
+    else
+        return value;
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -61,24 +61,35 @@ HWY_INLINE bool HasWhole(D d, V const& x, V const& floor)
                                      x, floor));
 }
 
-// x times 2 to the power of a whole number, where the sum of the exponents is above -126 and the value above the limit; else zero.
-template <class V, class Value, class Limit>
-HWY_INLINE V ScaledAbove(V const& x, V const& exponent, V const& floor, Value const& value, Limit const& limit)
+HWY_INLINE __mmask16 WantedLanes()
+{
+    return 0xffff;
+}
+template <class V>
+HWY_INLINE __mmask16 WantedLanes(V value, V limit)
+{
+    return _mm512_cmp_ps_mask(value.raw, limit.raw, _CMP_GT_OQ);
+}
+
+// x times 2 to the power of a whole number, where the sum of the exponents is above -126, and the value above the limit if there
+// are these two; else zero.
+template <class V, class... ValueAndLimit>
+HWY_INLINE V ScaledWhereAbove(V const& x, V const& exponent, V const& floor, ValueAndLimit const&... valueAndLimit)
 {
     return AtEach(
-        [](auto number, auto e, auto whole, auto v, auto least) HWY_ATTR
+        [](auto number, auto e, auto whole, auto... condition) HWY_ATTR
         {
-            const __mmask16 isAbove = _mm512_cmp_ps_mask(v.raw, least.raw, _CMP_GT_OQ);
-            const __mmask16 isNormal = _mm512_mask_cmp_ps_mask(isAbove, e.raw, _mm512_set1_ps(-126.0F), _CMP_GT_OQ);
+            const __mmask16 isWanted = WantedLanes(condition...);
+            const __mmask16 isNormal = _mm512_mask_cmp_ps_mask(isWanted, e.raw, _mm512_set1_ps(-126.0F), _CMP_GT_OQ);
             return hn::Vec512<float>{_mm512_maskz_scalef_ps(isNormal, number.raw, whole.raw)};
         },
-        x, exponent, floor, value, limit);
+        x, exponent, floor, valueAndLimit...);
 }
 #endif
 
-// LimitedExp2 where the value is above the limit, zero elsewhere.
-template <class D, class V, class Limit>
-HWY_INLINE V Exp2Above(D d, V const& x, hn::VFromD<D> constantTerm, V const& value, Limit const& limit)
+// LimitedExp2, or, with a value and a limit, LimitedExp2 where the value is above the limit and zero elsewhere.
+template <class D, class V, class... ValueAndLimit>
+HWY_INLINE V Exp2WhereAbove(D d, V const& x, hn::VFromD<D> constantTerm, ValueAndLimit const&... valueAndLimit)
 {
 #if HWY_TARGET <= HWY_AVX3
     if constexpr (sizeof(hn::VFromD<D>) == 64)
@@ -87,10 +98,14 @@ HWY_INLINE V Exp2Above(D d, V const& x, hn::VFromD<D> constantTerm, V const& val
         // infinity and NaN do not fit: they are among the numbers that do not differ from their floor.
         const V floor = wide::Floor(x);
         if (HWY_LIKELY(!HasWhole(d, x, floor)))
-            return ScaledAbove(Exp2OfFraction(d, wide::Sub(x, floor), constantTerm), x, floor, value, limit);
+            return ScaledWhereAbove(Exp2OfFraction(d, wide::Sub(x, floor), constantTerm), x, floor, valueAndLimit...);
     }
 #endif
-    return wide::IfThenElseZero(wide::Gt(value, limit), LimitedExp2(d, x, constantTerm));
+    const V power = LimitedExp2(d, x, constantTerm);
+    if constexpr (sizeof...(valueAndLimit) == 0)
+        return power;
+    else
+        return wide::IfThenElseZero(wide::Gt(valueAndLimit...), power);
 }
 
 // The one NaN that these functions give.
@@ -104,8 +119,7 @@ HWY_INLINE V QuietNaN(D d)
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Exp2(D d, V x)
 {
-    const V power = Exp2Above(d, x, hn::Set(d, kExp2Constant), x, hn::Neg(hn::Inf(d)));
-    return wide::IfThenElse(wide::Eq(x, x), power, QuietNaN(d));
+    return wide::IfThenElse(wide::Eq(x, x), Exp2WhereAbove(d, x, hn::Set(d, kExp2Constant)), QuietNaN(d));
 }
 
 // A polynomial of the mantissa in 1 to 2, plus the exponent, whose field is handed in with the bits of x above it cleared.
@@ -141,20 +155,22 @@ HWY_INLINE V Log2OfPositive(D d, V x)
     return Log2OfMantissaAndExponent(d, x, wide::BitCast(hn::RebindToUnsigned<D>(), x));
 }
 
-// x to the power e where the value is above the limit, which it is for x above 0 alone; +0 elsewhere. A NaN as exponent gives the
-// quiet NaN, by way of the constant term, which does not cost anything where one exponent stands for many x.
-template <class D, class V, class Limit>
-HWY_INLINE V PowerAbove(D d, V const& x, float e, V const& value, Limit const& limit)
+// x to the power e; what it gives for x that are not above 0 means nothing. With a value and a limit it is +0 where the value is
+// not above the limit. A NaN as exponent gives the quiet NaN, by way of the constant term, which does not cost anything where one
+// exponent stands for many x.
+template <class D, class V, class... ValueAndLimit>
+HWY_INLINE V PowerOfPositive(D d, V const& x, float e, ValueAndLimit const&... valueAndLimit)
 {
     const float constantTerm = e == e ? kExp2Constant : std::numeric_limits<float>::quiet_NaN();
-    return Exp2Above(d, wide::Mul(hn::Set(d, e), Log2OfPositive(d, x)), hn::Set(d, constantTerm), value, limit);
+    const V exponent = wide::Mul(hn::Set(d, e), Log2OfPositive(d, x));
+    return Exp2WhereAbove(d, exponent, hn::Set(d, constantTerm), valueAndLimit...);
 }
 
 // x to the power e; +0 for every x that is not above 0, NaN included.
 template <class D, class V>
 HWY_INLINE V Power(D d, V const& x, float e)
 {
-    return PowerAbove(d, x, e, x, hn::Zero(d));
+    return PowerOfPositive(d, x, e, x, hn::Zero(d));
 }
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Power(D d, V x, V e)
