@@ -37,7 +37,8 @@ double kernelsInCache(Rendering::Pipeline const& pipeline, PixelFormat format)
     for (std::size_t i = 0; i < renderers.size(); ++i)
         kernels.push_back(renderers[i].prepareLine(rooms[i]));
     Rendering::LoadFunction const load = Rendering::getFormatFunctions(format).load;
-    Block block;
+    PlacedBlock placed;
+    Block& block = placed.block;
     CacheClock clock(Block::kPixels);
     for (int i = 0; i < 20; ++i)
         clock.measure(

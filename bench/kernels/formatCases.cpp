@@ -47,7 +47,8 @@ void addLoad(std::string const& name, PixelFormat format, Rendering::LoadFunctio
         [=](benchmark::State& state)
         {
             Rendering::LoadFunction const function = Rendering::getFormatFunctions(format).*load;
-            Block block;
+            PlacedBlock placed;
+            Block& block = placed.block;
             runInCache(state, Block::kPixels, doNothing,
                        [&] {
                            function(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
@@ -61,7 +62,8 @@ void addStore(PixelFormat format)
         [=](benchmark::State& state)
         {
             FormatFunctions const& functions = Rendering::getFormatFunctions(format);
-            Block block;
+            PlacedBlock placed;
+            Block& block = placed.block;
             functions.load(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
             runInCache(state, Block::kPixels, doNothing,
                        [&] {
@@ -89,7 +91,8 @@ void addEntryStore(PixelFormat format)
         {
             FormatFunctions const& functions = Rendering::getFormatFunctions(format);
             Rendering::Lut1DParameters const& entries = entriesOf(*table, format);
-            Block block;
+            PlacedBlock placed;
+            Block& block = placed.block;
             functions.loadCodes(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
             runInCache(state, Block::kPixels, doNothing,
                        [&] {

@@ -2,9 +2,12 @@
 #ifndef TAVRIN_BENCH_KERNELS_IN_CACHE_H
 #define TAVRIN_BENCH_KERNELS_IN_CACHE_H
 
+#include "renderer/block.h"
+
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 
 namespace Bench
@@ -14,6 +17,14 @@ namespace Bench
 // than that of the time stamps.
 void runCycles();
 constexpr int kCyclesOfRun = 6000;
+
+// A block beside the pixels that are loaded into it and stored from it, which begin a page: where addresses are equal modulo 4096,
+// loads wait for stores, and how much they do would change from run to run.
+struct PlacedBlock
+{
+    alignas(4096) std::byte besideThePixels[2048];
+    Rendering::Block block;
+};
 
 // Adds up times and gives them out for each pixel.
 class CacheClock

@@ -46,7 +46,8 @@ void runKernel(benchmark::State& state, Rendering::Pipeline const& pipeline, Tav
     Rendering::FormatFunctions const& format = Rendering::getFormatFunctions(in);
     Rendering::LoadFunction const load = renderer.takesCodes() ? format.loadCodes : format.load;
     fillSource(in);
-    Block block;
+    PlacedBlock placed;
+    Block& block = placed.block;
     runInCache(
         state, Block::kPixels,
         [&] {
