@@ -228,6 +228,115 @@ private:
     std::optional<ByteLayouts> m_layouts;
 };
 
+// What holds for one call of the engine.
+class EngineCall
+{
+public:
+    EngineCall(SourceLines const& source, FormatFunctions const& load, DestinationLines const& destination,
+               FormatFunctions const& store, PixelFormat in, PixelFormat out, ROI const& roi, TransformProcessor const& renderers)
+        : m_source(source),
+          m_destination(destination),
+          m_load(load),
+          m_store(store),
+          m_in(in),
+          m_out(out),
+          m_roi(roi),
+          m_renderers(renderers),
+          m_streams(wantsStreaming(source, destination, roi)),
+          m_bypassScales(in, out),
+          m_byteLines(in, out, m_streams),
+          m_running(renderers.size(), boost::container::default_init)
+    {
+        findReadersOfAlpha(renderers, out, m_running);
+        findUniformAlpha(renderers, in, roi.width, m_running);
+    }
+
+    void render()
+    {
+        unsigned int const maxLines = linesOfABlock(m_renderers, m_roi);
+        for (unsigned int line = 0; line < m_roi.height; line += maxLines)
+            _renderLines(line, std::min(m_roi.height - line, maxLines));
+        if (m_streams)
+            finishStreaming();
+    }
+
+private:
+    // So many lines from one on, which share a block if they are more than one.
+    void _renderLines(unsigned int line, unsigned int lines)
+    {
+        Lut1DParameters const* const entries = getDirectEntries(m_renderers, m_in, m_out);
+        if (entries == nullptr)
+            _renderValues(line, lines);
+        else if (m_byteLines)
+            _renderBytes(*entries, line, lines);
+        else
+            _renderEntries(*entries, line, lines);
+    }
+
+    void _renderBytes(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
+    {
+        for (unsigned int i = line; i < line + lines; ++i)
+            m_byteLines.render(entries, m_source.line(i), m_destination.line(i), m_roi.width);
+    }
+
+    void _renderEntries(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
+    {
+        EntryStoreFunction const store = m_streams ? m_store.streamEntries : m_store.storeEntries;
+        for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
+        {
+            _load(m_load.loadCodes, getMissingAlpha(m_in), x, line, lines);
+            _store([&](auto const&... places) { store(entries, m_block, places...); }, x, line, lines);
+        }
+    }
+
+    void _renderValues(unsigned int line, unsigned int lines)
+    {
+        LoadFunction const load = prepareLines(m_renderers, m_bypassScales, m_running) ? m_load.loadCodes : m_load.load;
+        StoreFunction const store = m_streams ? m_store.stream : m_store.store;
+        float const alpha = reckonUniformAlpha(m_running, getMissingAlpha(m_in), m_block);
+        for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
+        {
+            _load(load, alpha, x, line, lines);
+            run(m_running, m_block, lines * _pixelsOfBlock(x), {m_roi.x + x, m_roi.y + line});
+            _store([&](auto const&... places) { store(m_block, places...); }, x, line, lines);
+        }
+    }
+
+    // Of each of its lines.
+    unsigned int _pixelsOfBlock(unsigned int x) const { return std::min(m_roi.width - x, Block::kPixels); }
+
+    void _load(LoadFunction load, float missingAlpha, unsigned int x, unsigned int line, unsigned int lines)
+    {
+        unsigned int const count = _pixelsOfBlock(x);
+        for (unsigned int i = 0; i < lines; ++i)
+            load(m_source.pixel(line + i, x), {i * count, count}, m_block, missingAlpha);
+    }
+
+    // Store is called with places of the block, where their pixels go, and which pixels to ask for meanwhile.
+    template <class Store>
+    void _store(Store const& store, unsigned int x, unsigned int line, unsigned int lines)
+    {
+        unsigned int const count = _pixelsOfBlock(x);
+        for (unsigned int i = 0; i < lines; ++i)
+            store(Places{i * count, count}, m_destination.pixel(line + i, x),
+                  m_source.following(line + i, x + count, m_roi.width, lines));
+    }
+
+    SourceLines const& m_source;
+    DestinationLines const& m_destination;
+    FormatFunctions const& m_load;
+    FormatFunctions const& m_store;
+    PixelFormat m_in;
+    PixelFormat m_out;
+    ROI const& m_roi;
+    TransformProcessor const& m_renderers;
+    bool m_streams;
+    BypassScales m_bypassScales;
+    ByteLines m_byteLines;
+    RunningRenderers m_running;
+    Block m_block;
+};
+
 } // namespace
 
 CPUEngine::CPUEngine(PixelFormat in, PixelFormat out)
@@ -242,51 +351,7 @@ void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI con
         return;
     SourceLines const source = sourceLines(sourcePixels, m_in, roi, sourcePadding);
     DestinationLines const destination = destinationLines(destinationPixels, m_out, roi, destinationPadding);
-    BypassScales const bypassScales(m_in, m_out);
-    bool const streams = wantsStreaming(source, destination, roi);
-    StoreFunction const store = streams ? m_destination.stream : m_destination.store;
-    ByteLines byteLines(m_in, m_out, streams);
-    EntryStoreFunction const storeEntries = streams ? m_destination.streamEntries : m_destination.storeEntries;
-
-    Block block;
-    RunningRenderers running(renderers.size(), boost::container::default_init);
-    findReadersOfAlpha(renderers, m_out, running);
-    findUniformAlpha(renderers, m_in, roi.width, running);
-    unsigned int const maxLines = linesOfABlock(renderers, roi);
-    for (unsigned int line = 0, lines = 0; line < roi.height; line += lines)
-    {
-        lines = std::min(roi.height - line, maxLines);
-        Lut1DParameters const* const entries = getDirectEntries(renderers, m_in, m_out);
-        if (entries != nullptr && byteLines)
-        {
-            for (unsigned int i = line; i < line + lines; ++i)
-                byteLines.render(*entries, source.line(i), destination.line(i), roi.width);
-            continue;
-        }
-        bool const takesCodes = entries != nullptr || prepareLines(renderers, bypassScales, running);
-        LoadFunction const load = takesCodes ? m_source.loadCodes : m_source.load;
-        float const alpha = entries != nullptr ? getMissingAlpha(m_in) : reckonUniformAlpha(running, getMissingAlpha(m_in), block);
-        for (unsigned int x = 0; x < roi.width; x += Block::kPixels)
-        {
-            unsigned int const count = std::min(roi.width - x, Block::kPixels);
-            for (unsigned int i = 0; i < lines; ++i)
-                load(source.pixel(line + i, x), {i * count, count}, block, alpha);
-            if (entries == nullptr)
-                run(running, block, lines * count, {roi.x + x, roi.y + line});
-            for (unsigned int i = 0; i < lines; ++i)
-            {
-                Places const places{i * count, count};
-                std::uint8_t* const target = destination.pixel(line + i, x);
-                UpcomingPixels const upcoming = source.following(line + i, x + count, roi.width, lines);
-                if (entries != nullptr)
-                    storeEntries(*entries, block, places, target, upcoming);
-                else
-                    store(block, places, target, upcoming);
-            }
-        }
-    }
-    if (streams)
-        finishStreaming();
+    EngineCall(source, m_source, destination, m_destination, m_in, m_out, roi, renderers).render();
 }
 
 void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int sourcePadding, ROI const& sourceRoi,
