@@ -42,14 +42,14 @@ public:
     Byte* line(unsigned int index) const { return m_first + std::size_t{index} * m_stride; }
     Byte* pixel(unsigned int lineIndex, unsigned int x) const { return line(lineIndex) + std::size_t{x} * m_pixelBytes; }
 
-    // What is read a block after the one that begins with x; of that one, most is on its way. A block holds so many lines, all of
-    // each if they are more than one.
+    // What is read a block after the one that begins with x; of that one, most is on its way. A block holds so many lines: if they
+    // are short and share it, what is read next.
     UpcomingPixels following(unsigned int lineIndex, unsigned int x, unsigned int width, unsigned int lines = 1) const
     {
+        if (lines > 1)
+            return {line(lineIndex + lines), m_pixelBytes};
         unsigned int const ahead = x + Block::kPixels;
-        if (ahead < width)
-            return {pixel(lineIndex, ahead), m_pixelBytes};
-        return {lines == 1 ? pixel(lineIndex + 1, ahead - width) : line(lineIndex + 2 * lines), m_pixelBytes};
+        return {ahead < width ? pixel(lineIndex, ahead) : pixel(lineIndex + 1, ahead - width), m_pixelBytes};
     }
 
 private:
