@@ -8,6 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
 using namespace RendererHarness;
 using Color::MatrixOp;
 using Rendering::VirtualRenderer;
@@ -103,6 +110,32 @@ void expectSameColors(std::shared_ptr<Color::Transform> const& transform, PixelF
                      apply(*renderers(to.colors), from, to.colors, source));
 }
 
+// Every so many pixels one has another alpha.
+constexpr unsigned int kStrangers = 4;
+
+// RGBA_32f, all of one alpha but for the strangers.
+std::vector<unsigned char> pixelsOfAlpha(float alpha, float alphaOfStrangers)
+{
+    std::vector<unsigned char> pixels = pixelsOf(Tavrin::PF_RGBA_32f);
+    for (unsigned int i = 0; i < kCount; ++i)
+        std::memcpy(&pixels[(4 * i + 3) * sizeof(float)], i % kStrangers == 0 ? &alphaOfStrangers : &alpha, sizeof(float));
+    return pixels;
+}
+
+// The pixels that are no strangers.
+std::vector<unsigned char> locals(std::vector<unsigned char> const& pixels)
+{
+    constexpr std::size_t kPixelBytes = 4 * sizeof(float);
+    std::vector<unsigned char> kept;
+    for (unsigned int i = 0; i < kCount; ++i)
+    {
+        auto const pixel = pixels.begin() + static_cast<std::ptrdiff_t>(i * kPixelBytes);
+        if (i % kStrangers != 0)
+            kept.insert(kept.end(), pixel, pixel + kPixelBytes);
+    }
+    return kept;
+}
+
 // Alpha goes into the colours, and they into alpha.
 void appendMixing(Color::OpList& ops)
 {
@@ -147,6 +180,24 @@ TEST_P(Alpha, IsThereForALaterRendererThatMixesIt)
     appendMixing(transform->getOps());
     GetParam().append(transform->getOps());
     expectSameColorsForEveryTarget(transform);
+}
+
+TEST_P(Alpha, ComesOutTheSameWhereAllPixelsHaveItAndAmongOthers)
+{
+    constexpr PixelFormat kFormat = Tavrin::PF_RGBA_32f;
+    auto const transform = GetParam().makeTransform();
+    auto const renderers = Rendering::makePipeline(transform, kFormat, kFormat).renderers;
+    forEveryTarget(
+        [&]
+        {
+            for (float const alpha : {1.0F, 0.3F, 0.0F, -0.0F, -0.5F, std::numeric_limits<float>::quiet_NaN()})
+            {
+                SCOPED_TRACE(alpha);
+                std::vector<unsigned char> const mixed = apply(*renderers, kFormat, kFormat, pixelsOfAlpha(alpha, 0.7F));
+                std::vector<unsigned char> const alike = apply(*renderers, kFormat, kFormat, pixelsOfAlpha(alpha, alpha));
+                ASSERT_NO_FATAL_FAILURE(expectSamePixels(kFormat, locals(mixed), locals(alike)));
+            }
+        });
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryOperator, Alpha, testing::ValuesIn(shaderSamples()),
