@@ -25,7 +25,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/TavrinConfigVersion.cmak
 install(FILES "${PROJECT_BINARY_DIR}/TavrinConfig.cmake" "${PROJECT_BINARY_DIR}/TavrinConfigVersion.cmake"
         DESTINATION "${packageDir}")
 
-# The .pc file finds its prefix from its own place, so that an installed tree can be moved.
+# The .pc files find their prefix from their own place, so that an installed tree can be moved.
 set(pcDir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(pcPrefix "${CMAKE_INSTALL_PREFIX}")
 set(pcLibDir "${CMAKE_INSTALL_FULL_LIBDIR}")
@@ -37,5 +37,12 @@ if(NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}" AND NOT IS_ABSOLUTE "${CMAKE_INSTAL
   set(pcLibDir "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
   set(pcIncludeDir "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
-configure_file("${PROJECT_SOURCE_DIR}/cmake/tavrin.pc.in" "${PROJECT_BINARY_DIR}/tavrin.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/tavrin.pc" DESTINATION "${pcDir}")
+function(tavrin_install_pc pcName pcLibrary pcRequires pcDescription)
+  string(TOLOWER "${pcLibrary}.pc" file)
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/library.pc.in" "${PROJECT_BINARY_DIR}/${file}" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/${file}" DESTINATION "${pcDir}")
+endfunction()
+tavrin_install_pc(Tavrin tavrin "" "${PROJECT_DESCRIPTION}")
+if(TARGET TavrinGL)
+  tavrin_install_pc(TavrinGL TavrinGL tavrin "Draws Tavrin's transforms with OpenGL")
+endif()

@@ -1,5 +1,6 @@
 # Installs the build into a temporary folder, moves it, and builds and runs examples/quickStart against it as a stranger would:
-# once through find_package, once through pkg-config, both as C++14; and examples/drawing, where the adaptor for OpenGL was built.
+# once through find_package, once through pkg-config, both as C++14; and examples/drawing likewise, where the adaptor for OpenGL was
+# built.
 # What is installed must name no dependency of ours. The program must find the transforms that were installed with it, before and
 # after the move.
 #
@@ -16,6 +17,9 @@ from faults import finish
 
 # Half of 0.25, 0.5 and 1 plus 0.1, as the example's matrix and offsets say; alpha passes.
 EXPECTED = "0.225 0.350 0.600 1.000\n"
+
+# What pkg-config calls the libraries of the examples.
+PACKAGES = {"quickStart": "tavrin", "drawing": "tavringl"}
 
 # What the environment may tell the program of other places.
 OVERRIDES = ["SYSTEM_TRANSFORM_LOCATION", "CONFIG_PATH", "SHARED_PATH"]
@@ -35,31 +39,23 @@ def run(*command, **environment):
     return result.stdout
 
 
-def built_example(name, prefix, folder):
-    """What the example prints, built through find_package."""
+def through_find_package(name, prefix, folder):
     options = ["-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_COMPILER={compiler}", f"-DCMAKE_PREFIX_PATH={prefix}"]
     run(cmake, "-G", "Ninja", "-S", root / "examples" / name, "-B", folder, *options)
     run(cmake, "--build", folder)
     return run(folder / name)
 
 
-def through_find_package(prefix, folder):
-    return built_example("quickStart", prefix, folder)
-
-
-def drawn_with_the_component(prefix, folder):
-    return built_example("drawing", prefix, folder)
-
-
-def through_pkg_config(prefix, folder):
+def through_pkg_config(name, prefix, folder):
     folder.mkdir()
+    package = PACKAGES[name]
     search = {"PKG_CONFIG_PATH": str(next(prefix.rglob("tavrin.pc")).parent)}
-    flags = run("pkg-config", "--cflags", "--libs", "tavrin", **search).split()
-    library_folder = run("pkg-config", "--variable=libdir", "tavrin", **search).strip()
-    source = root / "examples/quickStart/quickStart.cpp"
+    flags = run("pkg-config", "--cflags", "--libs", package, **search).split()
+    library_folder = run("pkg-config", "--variable=libdir", package, **search).strip()
+    source = root / f"examples/{name}/{name}.cpp"
     warnings = ["-Wall", "-Wextra", "-Wpedantic", "-Werror"]
-    run(compiler, "-std=c++14", *warnings, source, "-o", folder / "quickStart", *flags)
-    return run(folder / "quickStart", LD_LIBRARY_PATH=library_folder)
+    run(compiler, "-std=c++14", *warnings, source, "-o", folder / name, *flags)
+    return run(folder / name, LD_LIBRARY_PATH=library_folder)
 
 
 def dependency_faults(prefix):
@@ -86,11 +82,10 @@ with tempfile.TemporaryDirectory() as temporary:
     (prefix / "share/tavrin/norv_catalog.cat").unlink(missing_ok=True)
 
     faults += [*program_faults(prefix), *dependency_faults(prefix)]
-    ways = [through_find_package, through_pkg_config]
-    if list(prefix.rglob("TavrinGLTargets.cmake")):
-        ways.append(drawn_with_the_component)
-    for way in ways:
-        output = way(prefix, temporary / way.__name__)
-        if output != EXPECTED:
-            faults.append(f"{way.__name__}: the program printed {output!r}, not {EXPECTED!r}")
+    has_adaptor = list(prefix.rglob("TavrinGLTargets.cmake"))
+    for name in PACKAGES if has_adaptor else ["quickStart"]:
+        for way in [through_find_package, through_pkg_config]:
+            output = way(name, prefix, temporary / f"{name}-{way.__name__}")
+            if output != EXPECTED:
+                faults.append(f"{name} {way.__name__}: the program printed {output!r}, not {EXPECTED!r}")
     finish(faults)
