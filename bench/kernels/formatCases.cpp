@@ -6,7 +6,7 @@
 #include "shared/frame.h"
 
 #include "renderer/CPULut1DOp.h"
-#include "renderer/kernelsBytes.h"
+#include "renderer/codeTables.h"
 #include "renderer/kernelsFormats.h"
 #include "utils/utils.h"
 
@@ -101,16 +101,32 @@ void addEntryStore(PixelFormat format)
         });
 }
 
-void addByteLine(PixelFormat format)
+// Three tables, as a curve for each colour is.
+void addCodeLine(PixelFormat format)
 {
     add("bytes through tables", format,
         [table = tableOf(format), format](benchmark::State& state)
         {
-            Rendering::ByteLineFunction const function = Rendering::getByteLineFunction();
-            Rendering::ByteLayouts const layouts(format, format);
-            Rendering::Lut1DParameters const& entries = entriesOf(*table, format);
+            Rendering::CodeTables tables(format, format);
+            tables.setEntries(entriesOf(*table, format));
             runInCache(state, Block::kPixels, doNothing,
-                       [&] { function(layouts, entries.table, sourceFrame(), destinationFrame(), Block::kPixels, false); });
+                       [&] { tables.renderLine(sourceFrame(), destinationFrame(), Block::kPixels, false); });
+        });
+}
+
+void addCodeLoad(PixelFormat format)
+{
+    add("load through tables", format,
+        [format](benchmark::State& state)
+        {
+            Rendering::CodeFunctions const& functions = *Rendering::getCodeFunctions();
+            Rendering::CodeValues const values(format);
+            PlacedBlock placed;
+            Block& block = placed.block;
+            runInCache(state, Block::kPixels, doNothing,
+                       [&] {
+                           functions.load(values, sourceFrame(), {0, Block::kPixels}, block);
+                       });
         });
 }
 
@@ -129,10 +145,12 @@ void addFormats()
         addLoad("load codes", format, &FormatFunctions::loadCodes);
         addEntryStore(format);
     }
-    if (Rendering::getByteLineFunction() != nullptr)
+    if (Rendering::getCodeFunctions() == nullptr)
+        return;
+    for (PixelFormat const format : {Tavrin::PF_RGBA_8i, Tavrin::PF_RGB_8i})
     {
-        addByteLine(Tavrin::PF_RGBA_8i);
-        addByteLine(Tavrin::PF_RGB_8i);
+        addCodeLoad(format);
+        addCodeLine(format);
     }
 }
 

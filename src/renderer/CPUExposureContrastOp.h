@@ -9,6 +9,8 @@ namespace Rendering
 // pow(in * inScale, contrast) * outScale; without the power where contrast is 1. Alpha is only scaled.
 struct ExposureContrastParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float inScale;
     float contrast;
     float outScale;

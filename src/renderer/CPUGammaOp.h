@@ -8,6 +8,8 @@ namespace Rendering
 // pow(in * inScale, exponent) * outScale; 0 for what is not above 0.
 struct GammaBasicParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float inScale;
     float outScale;
     float exponent[4];
@@ -16,6 +18,8 @@ struct GammaBasicParameters
 // The values of gammaOpUtil::MoncurveParams, and the scale of the other depth.
 struct GammaMoncurveParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float gamma[4];
     float offset[4];
     float breakPoint[4];

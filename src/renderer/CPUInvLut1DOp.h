@@ -27,6 +27,8 @@ struct InverseColumn
 
 struct InvLut1DParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     InverseColumn column[3];
     float scale;
     float alphaScale;

@@ -10,6 +10,8 @@ namespace Rendering
 // log2(max(in * inScale, smallest normal)) * outFactor. Alpha is only scaled, here and below.
 struct LogParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float inScale;
     float outFactor;
     float alphaScale;
@@ -20,6 +22,8 @@ struct LogParameters
 // exp2(in * inScale * logScale) * outScale
 struct AntiLogParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float inScale;
     float logScale;
     float outScale;
@@ -32,6 +36,8 @@ struct AntiLogParameters
 // To linear: exp2((in * inScale + inOffset) * logScale) * outScale + outOffset.
 struct FilmLogParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float inScale[3];
     float inOffset[3];
     float logScale;

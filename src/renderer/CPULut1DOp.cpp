@@ -247,7 +247,12 @@ public:
     }
 
     RendererKind getOpType() const override { return m_kind; }
-    LineKernel prepareLine(LineParameters&) const override { return makeLineKernel(m_function, m_parameters); }
+    LineKernel prepareLine(LineParameters&) const override
+    {
+        LineKernel kernel = makeLineKernel(m_function, m_parameters);
+        kernel.isChannelwise = !m_isHueAdjusted;
+        return kernel;
+    }
     bool takesCodes() const override { return m_rule == RowRule::LookUp; }
 
     Lut1DParameters const* getDirectEntries(BitDepth input, BitDepth output) const override

@@ -9,6 +9,8 @@ namespace Rendering
 // last row once more, so that each row has a next one behind it.
 struct Lut1DParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     void const* table[3];
     // From an input value to a row, for the kernels that interpolate.
     float indexScale;

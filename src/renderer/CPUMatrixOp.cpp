@@ -71,7 +71,7 @@ public:
     static bool serves(MatrixOp const& op, ScaleParameters const& parameters)
     {
         return op.getInputBitDepth() == Tavrin::BIT_DEPTH_8i && op.getOutputBitDepth() == Tavrin::BIT_DEPTH_8i &&
-               parameters.scale[3] == 1.0F && getByteLineFunction() != nullptr;
+               parameters.scale[3] == 1.0F && getCodeFunctions() != nullptr;
     }
 
 private:

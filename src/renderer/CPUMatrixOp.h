@@ -8,6 +8,8 @@ namespace Rendering
 // Each channel times its scale.
 struct ScaleParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float scale[4]; // red, green, blue, alpha
 
     bool keepsAlpha() const { return scale[3] == 1.0F; }
@@ -15,6 +17,8 @@ struct ScaleParameters
 
 struct ScaleWithOffsetParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float scale[4];
     float offset[4];
 };

@@ -8,6 +8,8 @@ namespace Rendering
 // red, green, blue: value * scale + offset, then the bounds that the kernel's name tells; alpha is only scaled.
 struct RangeParameters
 {
+    static constexpr bool kIsChannelwise = true;
+
     float scale;
     float offset;
     float lowerBound;

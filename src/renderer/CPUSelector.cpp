@@ -2,18 +2,13 @@
 #include "renderer/CPUSelector.h"
 
 #include "renderer/CPULut1DOp.h"
-#include "renderer/CPUMatrixOp.h"
-#include "renderer/kernelsArithmetic.h"
-#include "renderer/kernelsBytes.h"
-#include "renderer/pixelLayout.h"
+#include "renderer/codeTables.h"
+#include "renderer/runningRenderers.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
-#include <boost/container/small_vector.hpp>
-
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 
 namespace Rendering
 {
@@ -84,55 +79,6 @@ bool wantsStreaming(SourceLines const& source, DestinationLines const& destinati
     return bytes >= kStreamedBytes && !overlap(source, destination, roi);
 }
 
-// A renderer with what holds for the lines that are being rendered.
-struct RunningRenderer
-{
-    LineKernel kernel;
-    LineParameters parameters;
-    // Some later renderer, or the destination, takes the alpha that this one gives.
-    bool alphaIsRead;
-    // All pixels have the same alpha, which is reckoned once for the line.
-    bool alphaIsUniform;
-
-    bool changesAlpha() const { return alphaIsRead && !kernel.keepsAlpha; }
-    Outputs outputs() const { return changesAlpha() && !alphaIsUniform ? Outputs::ColorsAndAlpha : Outputs::Colors; }
-};
-
-using RunningRenderers = boost::container::small_vector<RunningRenderer, 16>;
-
-void findReadersOfAlpha(TransformProcessor const& renderers, PixelFormat out, RunningRenderers& running)
-{
-    bool isRead = hasAlpha(layoutOf(out));
-    for (std::size_t i = running.size(); i-- > 0;)
-    {
-        running[i].alphaIsRead = isRead;
-        isRead = isRead || renderers[i].mixesAlpha();
-    }
-}
-
-// A format without alpha gives all pixels the same one. In lines of a block or less there is nothing to win by that.
-void findUniformAlpha(TransformProcessor const& renderers, PixelFormat in, unsigned int width, RunningRenderers& running)
-{
-    bool isUniform = !hasAlpha(layoutOf(in)) && width > Block::kPixels;
-    for (std::size_t i = 0; i < running.size(); ++i)
-    {
-        isUniform = isUniform && !renderers[i].mixesAlpha() && !renderers[i].dependsOnPosition();
-        running[i].alphaIsUniform = isUniform;
-    }
-}
-
-// What the uniform alpha is behind the renderers that leave it so. What they make of the block's colours is of no interest.
-float reckonUniformAlpha(RunningRenderers const& running, float alpha, Block& block)
-{
-    std::fill_n(block.alpha, Block::kPixels, alpha);
-    for (RunningRenderer const& renderer : running)
-    {
-        if (renderer.alphaIsUniform && renderer.changesAlpha())
-            renderer.kernel.function(renderer.kernel.parameters, block, 1, {0, 0}, Outputs::ColorsAndAlpha);
-    }
-    return block.alpha[0];
-}
-
 // Short lines share a block, as far as they fit in.
 unsigned int linesOfABlock(TransformProcessor const& renderers, ROI const& roi)
 {
@@ -144,53 +90,6 @@ unsigned int linesOfABlock(TransformProcessor const& renderers, ROI const& roi)
     return std::max(Block::kPixels / roi.width, 1U);
 }
 
-// A renderer that is bypassed still makes the change of depth that its place asks for.
-class BypassScales
-{
-public:
-    BypassScales(PixelFormat in, PixelFormat out)
-        : m_inRange(Tavrin::getBitDepthValueRange(Color::Utils::depthOf(in))),
-          m_outRange(Tavrin::getBitDepthValueRange(Color::Utils::depthOf(out))),
-          m_function(getArithmeticKernel(ArithmeticKernel::Scale))
-    {
-    }
-
-    LineKernel prepareLine(bool isFirst, bool isLast, LineParameters& room) const
-    {
-        float const floatRange = Tavrin::getBitDepthValueRange(Tavrin::BIT_DEPTH_32f);
-        float const scale = (isLast ? m_outRange : floatRange) / (isFirst ? m_inRange : floatRange);
-        return makeLineKernel(m_function, room.hold(ScaleParameters{{scale, scale, scale, scale}}));
-    }
-
-private:
-    float m_inRange;
-    float m_outRange;
-    BlockFunction m_function;
-};
-
-// What the first renderer wants is asked for; a bypassed one takes values.
-bool prepareLines(TransformProcessor const& renderers, BypassScales const& bypassScales, RunningRenderers& running)
-{
-    bool takesCodes = false;
-    for (std::size_t i = 0; i < running.size(); ++i)
-    {
-        VirtualRenderer const& renderer = renderers[i];
-        bool const isFirst = i == 0;
-        bool const isBypassed = renderer.isBypassed();
-        running[i].kernel = isBypassed ? bypassScales.prepareLine(isFirst, i + 1 == running.size(), running[i].parameters)
-                                       : renderer.prepareLine(running[i].parameters);
-        if (isFirst)
-            takesCodes = !isBypassed && renderer.takesCodes();
-    }
-    return takesCodes;
-}
-
-void run(RunningRenderers const& running, Block& block, unsigned int count, ImagePosition position)
-{
-    for (RunningRenderer const& renderer : running)
-        renderer.kernel.function(renderer.kernel.parameters, block, count, position, renderer.outputs());
-}
-
 // The tables of a lone renderer whose entries are all that the next line needs.
 Lut1DParameters const* getDirectEntries(TransformProcessor const& renderers, PixelFormat in, PixelFormat out)
 {
@@ -198,35 +97,6 @@ Lut1DParameters const* getDirectEntries(TransformProcessor const& renderers, Pix
         return nullptr;
     return renderers[0].getDirectEntries(Color::Utils::depthOf(in), Color::Utils::depthOf(out));
 }
-
-// Lines from 8 bits to 8 bits by way of entries alone, on targets that have a function for them. Alpha needs no scale then.
-class ByteLines
-{
-public:
-    ByteLines(PixelFormat in, PixelFormat out, bool streams)
-        : m_function(_isOfBytes(in) && _isOfBytes(out) ? getByteLineFunction() : nullptr), m_in(in), m_out(out), m_streams(streams)
-    {
-    }
-
-    explicit operator bool() const { return m_function != nullptr; }
-
-    void render(Lut1DParameters const& entries, std::uint8_t const* source, std::uint8_t* destination, unsigned int count)
-    {
-        if (!m_layouts)
-            m_layouts.emplace(m_in, m_out);
-        m_function(*m_layouts, entries.table, source, destination, count, m_streams);
-    }
-
-private:
-    static bool _isOfBytes(PixelFormat format) { return Color::Utils::depthOf(format) == Tavrin::BIT_DEPTH_8i; }
-
-    ByteLineFunction m_function;
-    PixelFormat m_in;
-    PixelFormat m_out;
-    bool m_streams;
-    // Made when they are needed: they take as long as a hundred pixels.
-    std::optional<ByteLayouts> m_layouts;
-};
 
 // What holds for one call of the engine.
 class EngineCall
@@ -243,12 +113,10 @@ public:
           m_roi(roi),
           m_renderers(renderers),
           m_streams(wantsStreaming(source, destination, roi)),
-          m_bypassScales(in, out),
-          m_byteLines(in, out, m_streams),
-          m_running(renderers.size(), boost::container::default_init)
+          m_running(renderers, in, out, roi.width),
+          m_codeTables(in, out),
+          m_usesCodeTables(m_codeTables.pay(std::size_t{roi.width} * roi.height))
     {
-        findReadersOfAlpha(renderers, out, m_running);
-        findUniformAlpha(renderers, in, roi.width, m_running);
     }
 
     void render()
@@ -265,39 +133,58 @@ private:
     void _renderLines(unsigned int line, unsigned int lines)
     {
         Lut1DParameters const* const entries = getDirectEntries(m_renderers, m_in, m_out);
-        if (entries == nullptr)
-            _renderValues(line, lines);
-        else if (m_byteLines)
-            _renderBytes(*entries, line, lines);
-        else
-            _renderEntries(*entries, line, lines);
+        if (entries != nullptr && m_codeTables.takeEntries())
+        {
+            m_codeTables.setEntries(*entries);
+            return _renderCodes(line, lines);
+        }
+        if (entries != nullptr && !m_usesCodeTables)
+            return _renderEntries(*entries, line, lines);
+
+        bool const areOther = m_running.prepareLines();
+        if (m_usesCodeTables)
+            m_codeTables.reckon(m_running, areOther, m_load, m_store, m_block);
+        if (m_codeTables.givePixels())
+            return _renderCodes(line, lines);
+        _renderValues(line, lines);
     }
 
-    void _renderBytes(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
+    void _renderCodes(unsigned int line, unsigned int lines)
     {
         for (unsigned int i = line; i < line + lines; ++i)
-            m_byteLines.render(entries, m_source.line(i), m_destination.line(i), m_roi.width);
+            m_codeTables.renderLine(m_source.line(i), m_destination.line(i), m_roi.width, m_streams);
     }
 
     void _renderEntries(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
     {
         EntryStoreFunction const store = m_streams ? m_store.streamEntries : m_store.storeEntries;
+        float const alpha = getMissingAlpha(m_in);
         for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
         {
-            _load(m_load.loadCodes, getMissingAlpha(m_in), x, line, lines);
+            _load([&](auto const&... places) { m_load.loadCodes(places..., m_block, alpha); }, x, line, lines);
             _store([&](auto const&... places) { store(entries, m_block, places...); }, x, line, lines);
         }
     }
 
     void _renderValues(unsigned int line, unsigned int lines)
     {
-        LoadFunction const load = prepareLines(m_renderers, m_bypassScales, m_running) ? m_load.loadCodes : m_load.load;
+        if (m_codeTables.renderers() > 0)
+            return _renderBlocks([&](auto const&... places) { m_codeTables.load(places..., m_block); }, line, lines);
+        LoadFunction const load = m_running.takesCodes() ? m_load.loadCodes : m_load.load;
+        float const alpha = m_running.reckonUniformAlpha(m_block);
+        _renderBlocks([&](auto const&... places) { load(places..., m_block, alpha); }, line, lines);
+    }
+
+    // The renderers whose work the load does not do.
+    template <class Load>
+    void _renderBlocks(Load const& load, unsigned int line, unsigned int lines)
+    {
         StoreFunction const store = m_streams ? m_store.stream : m_store.store;
-        float const alpha = reckonUniformAlpha(m_running, getMissingAlpha(m_in), m_block);
         for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
         {
-            _load(load, alpha, x, line, lines);
-            run(m_running, m_block, lines * _pixelsOfBlock(x), {m_roi.x + x, m_roi.y + line});
+            _load(load, x, line, lines);
+            m_running.run(m_codeTables.renderers(), m_running.size(), m_block, lines * _pixelsOfBlock(x),
+                          {m_roi.x + x, m_roi.y + line});
             _store([&](auto const&... places) { store(m_block, places...); }, x, line, lines);
         }
     }
@@ -305,11 +192,13 @@ private:
     // Of each of its lines.
     unsigned int _pixelsOfBlock(unsigned int x) const { return std::min(m_roi.width - x, Block::kPixels); }
 
-    void _load(LoadFunction load, float missingAlpha, unsigned int x, unsigned int line, unsigned int lines)
+    // Load is called with where pixels come from, and with their places in the block.
+    template <class Load>
+    void _load(Load const& load, unsigned int x, unsigned int line, unsigned int lines)
     {
         unsigned int const count = _pixelsOfBlock(x);
         for (unsigned int i = 0; i < lines; ++i)
-            load(m_source.pixel(line + i, x), {i * count, count}, m_block, missingAlpha);
+            load(m_source.pixel(line + i, x), Places{i * count, count});
     }
 
     // Store is called with places of the block, where their pixels go, and which pixels to ask for meanwhile.
@@ -331,9 +220,9 @@ private:
     ROI const& m_roi;
     TransformProcessor const& m_renderers;
     bool m_streams;
-    BypassScales m_bypassScales;
-    ByteLines m_byteLines;
     RunningRenderers m_running;
+    CodeTables m_codeTables;
+    bool m_usesCodeTables;
     Block m_block;
 };
 

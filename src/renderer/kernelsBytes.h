@@ -1,39 +1,94 @@
-// Whole lines of 8-bit pixels through tables that stand in registers, on targets that can look up in 256 bytes.
+// Pixels of 8-bit codes through tables that stand in registers, on targets that can look up in 256 bytes.
 #ifndef TAVRIN_RENDERER_KERNELS_BYTES_H
 #define TAVRIN_RENDERER_KERNELS_BYTES_H
 
+#include "renderer/block.h"
+
 #include <tavrin/vocabulary.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
 namespace Rendering
 {
 
-// How a register of bytes comes from pixels of one 8-bit layout and goes to those of another; in between pixels are RGBA.
-struct ByteLayouts
+inline constexpr unsigned int kCodes = 256;
+
+// How 16 pixels of 8 bits fill a register: which of their bytes goes to each place.
+struct CodeArrangement
 {
-    // 16 pixels of three or four bytes.
     static constexpr unsigned int kPixels = 16;
+    static constexpr unsigned int kPlaces = 4 * kPixels;
 
-    // The layouts of two formats of 8 bits.
-    ByteLayouts(Tavrin::PixelFormat in, Tavrin::PixelFormat out);
+    // Nothing is put anywhere yet.
+    explicit CodeArrangement(Tavrin::PixelFormat in);
 
-    unsigned int inPixelBytes;
-    unsigned int outPixelBytes;
-    // For each byte of the register, which byte of memory it is; then for each byte of memory, which byte of the register.
-    alignas(64) std::uint8_t fromMemory[64];
-    alignas(64) std::uint8_t toMemory[64];
-    // What the source does not have: an alpha of 255.
-    alignas(64) std::uint8_t added[64];
+    // A channel of a pixel goes to a place: red is 0, alpha 3. Where the format has no alpha it is 255.
+    void put(unsigned int pixel, unsigned int channel, unsigned int place);
+
+    unsigned int pixelBytes;
+    std::array<int, 4> bytes; // of red, green, blue and alpha in a pixel; -1 for none
+    alignas(64) std::uint8_t from[kPlaces];
+    alignas(64) std::uint8_t added[kPlaces];
 };
 
-// Red, green and blue become their entries, alpha stays as it is. A destination that streams goes past the caches.
-using ByteLineFunction = void (*)(ByteLayouts const& layouts, void const* const (&table)[3], std::uint8_t const* source,
-                                  std::uint8_t* destination, std::size_t count, bool streams);
+// What the codes of each channel are worth, as floats.
+struct CodeValues
+{
+    // Tables hold nothing yet.
+    explicit CodeValues(Tavrin::PixelFormat in);
 
-// The function of the current target; null if it has none.
-ByteLineFunction getByteLineFunction();
+    CodeArrangement arrangement;
+    // Of red, green, blue and alpha: the lowest bytes of all floats, and so on to the highest.
+    alignas(64) std::uint8_t table[4][4][kCodes];
+    // The value of alpha where pixels have none.
+    float missingAlpha;
+};
+
+// What the codes of each channel become in pixels of 8 or 16 bits a channel.
+class CodeEntries
+{
+public:
+    // For each channel a destination stores: the lower bytes of all entries, then the upper ones if they have any. Null leaves
+    // codes of 8 bits as they are.
+    using Tables = std::array<std::uint8_t const*, 4>;
+
+    struct Table
+    {
+        std::uint8_t const* bytes;
+        std::uint64_t places; // of the register, a bit each
+    };
+
+    // Whether there are entries for the pixels of a format: the packed ones, and floats of 32 bits, have none.
+    static bool serve(Tavrin::PixelFormat out);
+
+    CodeEntries(Tavrin::PixelFormat in, Tavrin::PixelFormat out);
+
+    // Of the destination's channels, in memory order; they are not copied. Those that are equal are looked up together.
+    void setTables(Tables const& tables);
+
+    CodeArrangement arrangement;
+    unsigned int channels;
+    unsigned int entryBytes;
+    std::array<std::uint64_t, 4> placesOfChannel;
+    unsigned int count;
+    std::array<Table, 4> table;
+};
+
+struct CodeFunctions
+{
+    // Takes the values of Block::kPixels codes, from one on, into the tables of a channel.
+    void (*setValues)(float const* values, std::uint8_t (&table)[4][kCodes], unsigned int firstCode);
+    // As loads of formats do.
+    void (*load)(CodeValues const& values, void const* source, Places places, Block& block);
+    // A destination that streams goes past the caches.
+    void (*renderLine)(CodeEntries const& entries, std::uint8_t const* source, std::uint8_t* destination, std::size_t count,
+                       bool streams);
+};
+
+// Those of the current target; null if it has none.
+CodeFunctions const* getCodeFunctions();
 
 } // namespace Rendering
 

@@ -8,8 +8,10 @@
 #include <tavrin/vocabulary.h>
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace Rendering
@@ -33,30 +35,45 @@ struct LineKernel
     void const* parameters;
     // Alpha comes out as it goes in.
     bool keepsAlpha;
+    // Each channel follows from itself alone, wherever the pixel stands.
+    bool isChannelwise;
 };
 
-// Parameters may tell that they keep alpha; those that do not are taken to change it.
+// Parameters may tell that they keep alpha, or that channels do not know each other; of those that do not the contrary is taken.
 template <class Parameters>
 LineKernel makeLineKernel(BlockFunction function, Parameters const& parameters)
 {
+    constexpr bool kIsChannelwise = requires
+    {
+        Parameters::kIsChannelwise;
+    };
     if constexpr (requires { parameters.keepsAlpha(); })
-        return {function, &parameters, parameters.keepsAlpha()};
+        return {function, &parameters, parameters.keepsAlpha(), kIsChannelwise};
     else
-        return {function, &parameters, false};
+        return {function, &parameters, false, kIsChannelwise};
 }
 
 // Room for parameters that hold for those lines only, since they follow from dynamic values.
-struct LineParameters
+class LineParameters
 {
-    alignas(16) std::byte bytes[256];
-
+public:
     // Puts a copy into the room and returns it.
     template <class Parameters>
     Parameters const& hold(Parameters const& parameters)
     {
-        static_assert(sizeof(Parameters) <= sizeof bytes && std::is_trivially_copyable_v<Parameters>);
-        return *::new (static_cast<void*>(bytes)) Parameters(parameters);
+        static_assert(sizeof(Parameters) <= sizeof m_bytes && std::is_trivially_copyable_v<Parameters>);
+        m_isOther = m_size != sizeof parameters || std::memcmp(m_bytes, &parameters, sizeof parameters) != 0;
+        m_size = sizeof parameters;
+        return *::new (static_cast<void*>(m_bytes)) Parameters(parameters);
     }
+
+    // Whether the last copy differed from the one before, if there was one since this was asked.
+    bool takeChange() { return std::exchange(m_isOther, false); }
+
+private:
+    alignas(16) std::byte m_bytes[256];
+    std::size_t m_size = 0;
+    bool m_isOther = false;
 };
 
 struct Lut1DParameters;

@@ -1,0 +1,72 @@
+// A row of renderers with what holds for the lines that are being rendered.
+#ifndef TAVRIN_RENDERER_RUNNING_RENDERERS_H
+#define TAVRIN_RENDERER_RUNNING_RENDERERS_H
+
+#include "renderer/virtualRenderer.h"
+
+#include <tavrin/vocabulary.h>
+
+#include <boost/container/small_vector.hpp>
+
+#include <cstddef>
+
+namespace Rendering
+{
+
+struct RunningRenderer
+{
+    LineKernel kernel = {};
+    LineParameters parameters;
+    // Some later renderer, or the destination, takes the alpha that this one gives.
+    bool alphaIsRead;
+    // All pixels have the same alpha, which is reckoned once for the line.
+    bool alphaIsUniform;
+
+    bool changesAlpha() const { return alphaIsRead && !kernel.keepsAlpha; }
+    Outputs outputs() const { return changesAlpha() && !alphaIsUniform ? Outputs::ColorsAndAlpha : Outputs::Colors; }
+};
+
+// Those of one call of the engine. Allocates nothing unless the row is uncommonly long.
+class RunningRenderers
+{
+public:
+    // Lines are so wide.
+    RunningRenderers(TransformProcessor const& renderers, Tavrin::PixelFormat in, Tavrin::PixelFormat out, unsigned int width);
+
+    std::size_t size() const { return m_running.size(); }
+
+    // Reads dynamic values, for the next lines. Whether anything is other than for the lines before.
+    bool prepareLines();
+
+    // What holds for the lines that were prepared. Whether the first renderer wants colours as codes:
+    bool takesCodes() const { return m_takesCodes; }
+    // How many renderers, from the first on, see each channel for itself:
+    std::size_t channelwise() const;
+    // The alpha that is to be loaded where pixels have none: behind the renderers that leave it uniform, or what they begin with.
+    // What becomes of the block is of no interest.
+    float reckonUniformAlpha(Block& block) const;
+
+    // Runs some of them, one after the other, over the first pixels of a block.
+    void run(std::size_t begin, std::size_t end, Block& block, unsigned int count, ImagePosition position) const
+    {
+        for (std::size_t i = begin; i < end; ++i)
+            m_running[i].kernel.function(m_running[i].kernel.parameters, block, count, position, m_running[i].outputs());
+    }
+
+private:
+    void _findReadersOfAlpha(Tavrin::PixelFormat out);
+    void _findUniformAlpha(Tavrin::PixelFormat in, unsigned int width);
+    LineKernel _prepareBypassed(std::size_t index, LineParameters& room) const;
+
+    TransformProcessor const& m_renderers;
+    float m_missingAlpha;
+    float m_inRange;
+    float m_outRange;
+    BlockFunction m_scale;
+    boost::container::small_vector<RunningRenderer, 16> m_running;
+    bool m_takesCodes = false;
+};
+
+} // namespace Rendering
+
+#endif
