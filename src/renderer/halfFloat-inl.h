@@ -8,23 +8,52 @@
 
 #include <hwy/highway.h>
 
+#include <cstdint>
+
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
 {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+// As many halfs, as they stand in memory, as a vector of floats has lanes.
+template <class D>
+using Halfs = hn::VFromD<hn::Rebind<std::uint16_t, D>>;
+
 // Targets with conversions of their own take these, on whole vectors; the others reckon the same bits.
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX2
+
+template <class D>
+HWY_INLINE hn::VFromD<D> HalfsToFloats(D, Halfs<D> halfs)
+{
+#if HWY_TARGET == HWY_AVX3
+    return hn::VFromD<D>{_mm512_cvtph_ps(halfs.raw)};
+#else
+    return hn::VFromD<D>{_mm256_cvtph_ps(halfs.raw)};
+#endif
+}
+
+template <class D>
+HWY_INLINE Halfs<D> FloatsToHalfs(D, hn::VFromD<D> values)
+{
+    constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
+#if HWY_TARGET == HWY_AVX3
+    return Halfs<D>{_mm512_cvtps_ph(values.raw, kRound)};
+#else
+    return Halfs<D>{_mm256_cvtps_ph(values.raw, kRound)};
+#endif
+}
+
+#endif
 
 // The half patterns in 32-bit lanes as floats; exact. A signalling NaN becomes a quiet one.
 template <class D, class VU = hn::VFromD<hn::RebindToUnsigned<D>>>
-HWY_INLINE hn::VFromD<D> HalfBitsToFloat([[maybe_unused]] D d, VU bits)
+HWY_INLINE hn::VFromD<D> HalfBitsToFloat(D d, VU bits)
 {
 #if HWY_TARGET == HWY_AVX3
-    return hn::VFromD<D>{_mm512_cvtph_ps(_mm512_cvtepi32_epi16(bits.raw))};
+    return HalfsToFloats(d, Halfs<D>{_mm512_cvtepi32_epi16(bits.raw)});
 #elif HWY_TARGET == HWY_AVX2
-    const __m128i halfs = _mm_packus_epi32(_mm256_castsi256_si128(bits.raw), _mm256_extracti128_si256(bits.raw, 1));
-    return hn::VFromD<D>{_mm256_cvtph_ps(halfs)};
+    return HalfsToFloats(d, Halfs<D>{_mm_packus_epi32(_mm256_castsi256_si128(bits.raw), _mm256_extracti128_si256(bits.raw, 1))});
 #else
     const hn::RebindToUnsigned<D> du;
     const hn::RebindToSigned<D> di;
@@ -49,16 +78,10 @@ HWY_INLINE hn::VFromD<D> HalfBitsToFloat([[maybe_unused]] D d, VU bits)
 // Floats as half patterns in the low bits of 32-bit lanes: nearest, ties to even, overflow to infinity. A NaN stays one and quiet,
 // with the upper bits of its payload.
 template <class D>
-HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits([[maybe_unused]] D d, hn::VFromD<D> value)
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits(D d, hn::VFromD<D> value)
 {
 #if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX2
-    using VU = hn::VFromD<hn::RebindToUnsigned<D>>;
-    constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
-#endif
-#if HWY_TARGET == HWY_AVX3
-    return VU{_mm512_cvtepu16_epi32(_mm512_cvtps_ph(value.raw, kRound))};
-#elif HWY_TARGET == HWY_AVX2
-    return VU{_mm256_cvtepu16_epi32(_mm256_cvtps_ph(value.raw, kRound))};
+    return hn::PromoteTo(hn::RebindToUnsigned<D>(), FloatsToHalfs(d, value));
 #else
     const hn::RebindToUnsigned<D> du;
     const hn::RebindToSigned<D> di;
@@ -87,6 +110,22 @@ HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> FloatToHalfBits([[maybe_unused]] 
     return hn::Or(result, hn::ShiftRight<16>(sign));
 #endif
 }
+
+#if HWY_TARGET != HWY_AVX3 && HWY_TARGET != HWY_AVX2
+
+template <class D>
+HWY_INLINE hn::VFromD<D> HalfsToFloats(D d, Halfs<D> halfs)
+{
+    return HalfBitsToFloat(d, hn::PromoteTo(hn::RebindToUnsigned<D>(), halfs));
+}
+
+template <class D>
+HWY_INLINE Halfs<D> FloatsToHalfs(D d, hn::VFromD<D> values)
+{
+    return hn::DemoteTo(hn::Rebind<std::uint16_t, D>(), hn::BitCast(hn::RebindToSigned<D>(), FloatToHalfBits(d, values)));
+}
+
+#endif
 
 } // namespace Rendering::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

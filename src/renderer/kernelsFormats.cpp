@@ -5,17 +5,14 @@
 
 #include <hwy/foreach_target.h>
 
-#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 #include "renderer/CPULut1DOp.h"
+#include "renderer/elements-inl.h"
 #include "renderer/gather-inl.h"
-#include "renderer/halfFloat-inl.h"
 #include "renderer/kernelsFormats.h"
-#include "renderer/limit-inl.h"
 #include "renderer/pixelLayout.h"
 #include "renderer/transpose-inl.h"
-#include "renderer/truncate-inl.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -54,7 +51,6 @@ struct CodeChannels
 };
 
 constexpr std::size_t kMaxPixelBytes = 16;
-constexpr std::size_t kCacheLine = 64;
 
 // ---------------------------------------------------------------- four channels of 32 bits
 
@@ -75,16 +71,6 @@ HWY_INLINE Channels LoadFourFloats(const float* p)
     hn::LoadInterleaved4(d, p, c.c0, c.c1, c.c2, c.c3);
     return c;
 #endif
-}
-
-template <bool kStream>
-HWY_INLINE void StoreVector(V v, float* p)
-{
-    const D d;
-    if constexpr (kStream)
-        hn::Stream(v, d, p);
-    else
-        hn::StoreU(v, d, p);
 }
 
 template <bool kStream>
@@ -124,55 +110,7 @@ HWY_INLINE void StoreThreeFloats(Channels const& c, float* p)
 #endif
 }
 
-// ---------------------------------------------------------------- elements
-
-// Whether codes below 0 become 0 where bytes are stored, as 32-bit integers are packed.
-#undef TAVRIN_STORES_SATURATE
-#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
-#define TAVRIN_STORES_SATURATE 1
-#else
-#define TAVRIN_STORES_SATURATE 0
-#endif
-
-// Unsigned integers of 8 or 16 bits; kMax is the depth's highest code.
-template <class T, unsigned int kMax>
-struct IntegerElement
-{
-    using Type = T;
-    using Entry = std::conditional_t<sizeof(T) == 1, ByteEntry, ShortEntry>;
-
-    static HWY_INLINE V ToFloat(VU codes) { return hn::ConvertTo(D(), hn::BitCast(DI(), codes)); }
-
-    static HWY_INLINE VU FromFloat(V value)
-    {
-        const D d;
-        const V rounded = hn::Add(value, hn::Set(d, 0.5F));
-        const V maximum = hn::Set(d, static_cast<float>(kMax));
-        // Stores of bytes saturate: what comes out below 0 here, a NaN too, is stored as 0.
-        if constexpr (TAVRIN_STORES_SATURATE && sizeof(T) == 1)
-            return hn::BitCast(DU(), TruncateInRange(d, AtMost(maximum, rounded)));
-        else
-            return hn::BitCast(DU(), TruncateInRange(d, ClampToCodes(d, rounded, maximum)));
-    }
-};
-
-struct HalfElement
-{
-    using Type = std::uint16_t;
-    using Entry = HalfEntry;
-
-    static HWY_INLINE V ToFloat(VU codes) { return HalfBitsToFloat(D(), codes); }
-    static HWY_INLINE VU FromFloat(V value) { return FloatToHalfBits(D(), value); }
-};
-
 // ---------------------------------------------------------------- pixels of 3 channels, and codes of 4
-
-// Elements of T in the low bits of 32-bit lanes.
-template <class T>
-HWY_INLINE VU Widen(hn::VFromD<hn::Rebind<T, D>> narrow)
-{
-    return hn::PromoteTo(DU(), narrow);
-}
 
 template <class T>
 HWY_INLINE CodeChannels LoadCodes3(const T* p)
@@ -204,7 +142,113 @@ HWY_INLINE CodeChannels LoadCodes3(const std::uint8_t* p)
 }
 #endif
 
-template <class T>
+#if TAVRIN_PACKS_SATURATE
+
+// Per block of 128 bits, four pixels of three bytes and four bytes that nobody wants; then the pixels of all blocks together.
+template <bool kStream>
+HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint8_t* p)
+{
+    const hn::Repartition<std::uint8_t, D> du8;
+    HWY_ALIGN static constexpr std::uint8_t kPixels[16] = {0, 4, 8, 1, 5, 9, 2, 6, 10, 3, 7, 11, 15, 15, 15, 15};
+    const Bytes pixels = hn::TableLookupBytes(PackBytes(c.c0, c.c1, c.c2, c.c2), hn::LoadDup128(du8, kPixels));
+#if TAVRIN_TRANSPOSE_AVX512
+    const __m512i places = _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 15, 15, 15, 15);
+    const __m512i together = _mm512_permutexvar_epi32(places, pixels.raw);
+    StoreBits<kStream>(_mm512_castsi512_si128(together), p);
+    StoreBits<kStream>(_mm512_extracti32x4_epi32(together, 1), p + 16);
+    StoreBits<kStream>(_mm512_extracti32x4_epi32(together, 2), p + 32);
+#elif HWY_TARGET == HWY_AVX2
+    const __m256i together = _mm256_permutevar8x32_epi32(pixels.raw, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
+    StoreBits<false>(_mm256_castsi256_si128(together), p);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 16), _mm256_extracti128_si256(together, 1));
+#else
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), pixels.raw);
+    _mm_storeu_si32(p + 8, _mm_unpackhi_epi64(pixels.raw, pixels.raw));
+#endif
+}
+
+#if TAVRIN_TRANSPOSE_AVX512
+
+// For each lane of one of the registers that 16 pixels fill: what it takes of two registers, the first with the first two channels
+// in turns of so many pixels each, the second with the others.
+template <unsigned int kChannels, unsigned int kTurn>
+struct PlacesOfShorts
+{
+    constexpr explicit PlacesOfShorts(unsigned int whichRegister) : place()
+    {
+        for (unsigned int lane = 0; lane < 32; ++lane)
+        {
+            const unsigned int pixel = (32 * whichRegister + lane) / kChannels % 16;
+            const unsigned int channel = (32 * whichRegister + lane) % kChannels;
+            const unsigned int turn = 2 * (pixel / kTurn) + channel % 2;
+            place[lane] = static_cast<std::uint16_t>(channel / 2 * 32 + turn * kTurn + pixel % kTurn);
+        }
+    }
+
+    alignas(64) std::uint16_t place[32];
+};
+
+constexpr unsigned int kTurnOfPackShorts = 4;
+
+template <unsigned int kChannels, unsigned int kRegister, unsigned int kTurn = kTurnOfPackShorts>
+HWY_INLINE __m512i InterleaveShorts(__m512i firstTwo, __m512i others)
+{
+    static constexpr PlacesOfShorts<kChannels, kTurn> kPlaces(kRegister);
+    return _mm512_permutex2var_epi16(firstTwo, _mm512_load_si512(kPlaces.place), others);
+}
+
+template <bool kStream, unsigned int kTurn = kTurnOfPackShorts>
+HWY_INLINE void StoreThreeShorts(__m512i firstTwo, __m512i third, std::uint16_t* p)
+{
+    const __m512i low = InterleaveShorts<3, 0, kTurn>(firstTwo, third);
+    const __m512i high = InterleaveShorts<3, 1, kTurn>(firstTwo, third);
+    StoreBits<kStream>(_mm512_castsi512_si256(low), p);
+    StoreBits<kStream>(_mm512_extracti64x4_epi64(low, 1), p + 16);
+    StoreBits<kStream>(_mm512_castsi512_si256(high), p + 32);
+}
+
+#endif
+
+template <bool kStream>
+HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint16_t* p)
+{
+    const Shorts firstTwo = PackShorts(c.c0, c.c1);
+    const Shorts third = PackShorts(c.c2, c.c2);
+#if TAVRIN_TRANSPOSE_AVX512
+    StoreThreeShorts<kStream>(firstTwo.raw, third.raw, p);
+#else
+    // Each block of 128 bits has four pixels, of 24 bytes.
+    const hn::Repartition<std::uint8_t, D> du8;
+    const hn::Repartition<std::uint16_t, D> du16;
+    constexpr std::uint8_t kNone = 0x80;
+    HWY_ALIGN static constexpr std::uint8_t kTwo[2][16] = {
+        {0, 1, 8, 9, kNone, kNone, 2, 3, 10, 11, kNone, kNone, 4, 5, 12, 13},
+        {kNone, kNone, 6, 7, 14, 15, kNone, kNone, kNone, kNone, kNone, kNone, kNone, kNone, kNone, kNone}};
+    HWY_ALIGN static constexpr std::uint8_t kThird[2][16] = {
+        {kNone, kNone, kNone, kNone, 0, 1, kNone, kNone, kNone, kNone, 2, 3, kNone, kNone, kNone, kNone},
+        {4, 5, kNone, kNone, kNone, kNone, 6, 7, kNone, kNone, kNone, kNone, kNone, kNone, kNone, kNone}};
+    const auto interleave = [&](int which) HWY_ATTR
+    {
+        return hn::Or(hn::TableLookupBytes(firstTwo, hn::BitCast(du16, hn::LoadDup128(du8, kTwo[which]))),
+                      hn::TableLookupBytes(third, hn::BitCast(du16, hn::LoadDup128(du8, kThird[which]))));
+    };
+    const Shorts low = interleave(0);
+    const Shorts high = interleave(1);
+#if HWY_TARGET == HWY_AVX2
+    StoreBits<false>(_mm256_castsi256_si128(low.raw), p);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), _mm256_castsi256_si128(high.raw));
+    StoreBits<false>(_mm256_extracti128_si256(low.raw, 1), p + 12);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 20), _mm256_extracti128_si256(high.raw, 1));
+#else
+    StoreBits<false>(low.raw, p);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), high.raw);
+#endif
+#endif
+}
+
+#else
+
+template <bool kStream, class T>
 HWY_INLINE void StoreCodes3(CodeChannels const& c, T* p)
 {
     const hn::Rebind<T, D> dt;
@@ -221,6 +265,8 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, T* p)
 #endif
 }
 
+#endif
+
 // Four bytes a pixel: one 32-bit lane each.
 HWY_INLINE CodeChannels LoadCodes4(const std::uint8_t* p)
 {
@@ -231,26 +277,14 @@ HWY_INLINE CodeChannels LoadCodes4(const std::uint8_t* p)
             hn::ShiftRight<24>(pixel)};
 }
 
-#if TAVRIN_STORES_SATURATE
+#if TAVRIN_PACKS_SATURATE
 
 template <bool kStream>
 HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint8_t* p)
 {
-    const DI di;
-    const hn::Repartition<std::int16_t, D> di16;
     const hn::Repartition<std::uint8_t, D> du8;
-    // In each block of 128 bits: four of one channel, four of the next.
-    const auto c01 = hn::ReorderDemote2To(di16, hn::BitCast(di, c.c0), hn::BitCast(di, c.c1));
-    const auto c23 = hn::ReorderDemote2To(di16, hn::BitCast(di, c.c2), hn::BitCast(di, c.c3));
-#if HWY_TARGET == HWY_AVX3
-    const auto channels = hn::VFromD<decltype(du8)>{_mm512_packus_epi16(c01.raw, c23.raw)};
-#elif HWY_TARGET == HWY_AVX2
-    const auto channels = hn::VFromD<decltype(du8)>{_mm256_packus_epi16(c01.raw, c23.raw)};
-#else
-    const auto channels = hn::VFromD<decltype(du8)>{_mm_packus_epi16(c01.raw, c23.raw)};
-#endif
     HWY_ALIGN static constexpr std::uint8_t kPixels[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
-    const auto pixels = hn::TableLookupBytes(channels, hn::LoadDup128(du8, kPixels));
+    const Bytes pixels = hn::TableLookupBytes(PackBytes(c.c0, c.c1, c.c2, c.c3), hn::LoadDup128(du8, kPixels));
     StoreVector<kStream>(hn::BitCast(D(), pixels), reinterpret_cast<float*>(p));
 }
 
@@ -283,6 +317,38 @@ HWY_INLINE CodeChannels LoadCodes4(const std::uint16_t* p)
     return {hn::And(first, mask), hn::ShiftRight<16>(first), hn::And(second, mask), hn::ShiftRight<16>(second)};
 }
 
+#if TAVRIN_PACKS_SATURATE
+
+template <bool kStream>
+HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint16_t* p)
+{
+    const D d;
+    float* const words = reinterpret_cast<float*>(p);
+#if TAVRIN_TRANSPOSE_AVX512
+    const Shorts firstTwo = PackShorts(c.c0, c.c1);
+    const Shorts others = PackShorts(c.c2, c.c3);
+    StoreVector<kStream>(V{_mm512_castsi512_ps(InterleaveShorts<4, 0>(firstTwo.raw, others.raw))}, words);
+    StoreVector<kStream>(V{_mm512_castsi512_ps(InterleaveShorts<4, 1>(firstTwo.raw, others.raw))}, words + 16);
+#else
+    const hn::Repartition<std::uint16_t, D> du16;
+    const Shorts even = PackShorts(c.c0, c.c2);
+    const Shorts odd = PackShorts(c.c1, c.c3);
+    const V firstTwo = hn::BitCast(d, hn::InterleaveLower(du16, even, odd));
+    const V others = hn::BitCast(d, hn::InterleaveUpper(du16, even, odd));
+    const V lower = hn::InterleaveLower(d, firstTwo, others);
+    const V upper = hn::InterleaveUpper(d, firstTwo, others);
+#if HWY_TARGET == HWY_AVX2
+    StoreVector<kStream>(hn::ConcatLowerLower(d, upper, lower), words);
+    StoreVector<kStream>(hn::ConcatUpperUpper(d, upper, lower), words + hn::Lanes(d));
+#else
+    StoreVector<kStream>(lower, words);
+    StoreVector<kStream>(upper, words + hn::Lanes(d));
+#endif
+#endif
+}
+
+#else
+
 template <bool kStream>
 HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint16_t* p)
 {
@@ -293,24 +359,14 @@ HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint16_t* p)
 #if HWY_TARGET == HWY_SCALAR
     StoreVector<false>(hn::BitCast(d, first), words);
     StoreVector<false>(hn::BitCast(d, second), words + 1);
-#elif TAVRIN_TRANSPOSE_AVX512
-    const __m512i low = _mm512_setr_epi32(0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
-    const __m512i high = _mm512_setr_epi32(8, 24, 9, 25, 10, 26, 11, 27, 12, 28, 13, 29, 14, 30, 15, 31);
-    StoreVector<kStream>(hn::BitCast(d, VU{_mm512_permutex2var_epi32(first.raw, low, second.raw)}), words);
-    StoreVector<kStream>(hn::BitCast(d, VU{_mm512_permutex2var_epi32(first.raw, high, second.raw)}), words + 16);
 #else
     const DU du;
-    const VU lower = hn::InterleaveLower(du, first, second);
-    const VU upper = hn::InterleaveUpper(du, first, second);
-#if HWY_TARGET == HWY_AVX2
-    StoreVector<kStream>(hn::BitCast(d, hn::ConcatLowerLower(du, upper, lower)), words);
-    StoreVector<kStream>(hn::BitCast(d, hn::ConcatUpperUpper(du, upper, lower)), words + hn::Lanes(du));
-#else
-    StoreVector<kStream>(hn::BitCast(d, lower), words);
-    StoreVector<kStream>(hn::BitCast(d, upper), words + hn::Lanes(du));
-#endif
+    StoreVector<kStream>(hn::BitCast(d, hn::InterleaveLower(du, first, second)), words);
+    StoreVector<kStream>(hn::BitCast(d, hn::InterleaveUpper(du, first, second)), words + hn::Lanes(d));
 #endif
 }
+
+#endif
 
 // ---------------------------------------------------------------- formats
 
@@ -387,7 +443,7 @@ struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, kLayout
     using T = typename Element::Type;
     using Entry = typename Element::Entry;
     static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(T);
-    static constexpr bool kCanStream = hasAlpha(kLayout);
+    static constexpr bool kCanStream = hasAlpha(kLayout) || TAVRIN_TRANSPOSE_AVX512;
 
     static HWY_INLINE void LoadCodes(const std::uint8_t* p, VU& red, VU& green, VU& blue, V& alpha)
     {
@@ -409,7 +465,7 @@ struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, kLayout
         if constexpr (hasAlpha(kLayout))
             StoreCodes4<kStream>(c, elements);
         else
-            StoreCodes3(c, elements);
+            StoreCodes3<kStream>(c, elements);
     }
 };
 
@@ -465,7 +521,7 @@ struct FloatFormat
 };
 
 template <Layout kLayout>
-struct HalfFormat : CodeFormat<kLayout, HalfElement>
+struct HalfFormat : CodeFormat<kLayout, Element_16f>
 {
 };
 
@@ -473,19 +529,19 @@ struct HalfFormat : CodeFormat<kLayout, HalfElement>
 
 // Four halfs a pixel: values take the processor's conversion on whole pixels, then the transposes of floats.
 template <Layout kLayout>
-requires(hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, HalfElement>
+requires(hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, Element_16f>
 {
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
 #if TAVRIN_TRANSPOSE_AVX512
         const auto pixels = [p](int k)
-        { return V{_mm512_cvtph_ps(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32 * k)))}; };
+        { return HalfsToFloats(D(), Halfs<D>{_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32 * k))}); };
 #else
         const auto pixels = [p](int k)
         {
             const __m128i first = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + 8 * k));
             const __m128i fourth = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + 8 * k + 32));
-            return V{_mm256_cvtph_ps(_mm_unpacklo_epi64(first, fourth))};
+            return HalfsToFloats(D(), Halfs<D>{_mm_unpacklo_epi64(first, fourth)});
         };
 #endif
         InColorOrder<kLayout>(Deinterleave(pixels(0), pixels(1), pixels(2), pixels(3)), red, green, blue, alpha);
@@ -496,75 +552,49 @@ requires(hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, Hal
     {
         V p0, p1, p2, p3;
         Interleave(InMemoryOrder<kLayout, Channels>(red, green, blue, alpha), p0, p1, p2, p3);
-#if TAVRIN_TRANSPOSE_AVX512
         StorePair<kStream>(p0, p1, p);
-        StorePair<kStream>(p2, p3, p + 64);
-#else
-        StorePair<kStream>(p0, p1, p);
-        StorePair<kStream>(p2, p3, p + 32);
-#endif
+        StorePair<kStream>(p2, p3, p + 4 * hn::Lanes(D()));
     }
 
 private:
     template <bool kStream>
     static HWY_INLINE void StorePair(V low, V high, std::uint8_t* p)
     {
-        constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
-#if TAVRIN_TRANSPOSE_AVX512
-        const __m512i both =
-            _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtps_ph(low.raw, kRound)), _mm512_cvtps_ph(high.raw, kRound), 1);
-        StoreVector<kStream>(V{_mm512_castsi512_ps(both)}, reinterpret_cast<float*>(p));
-#else
-        const __m256i both =
-            _mm256_inserti128_si256(_mm256_castsi128_si256(_mm256_cvtps_ph(low.raw, kRound)), _mm256_cvtps_ph(high.raw, kRound), 1);
-        StoreVector<kStream>(V{_mm256_castsi256_ps(both)}, reinterpret_cast<float*>(p));
-#endif
+        const D d;
+        const hn::Repartition<std::uint16_t, D> dt;
+        const Shorts both = hn::Combine(dt, FloatsToHalfs(d, high), FloatsToHalfs(d, low));
+        StoreVector<kStream>(hn::BitCast(d, both), reinterpret_cast<float*>(p));
     }
 };
 
 // Three halfs a pixel: values take the processor's conversion on planes.
 template <Layout kLayout>
-requires(!hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, HalfElement>
+requires(!hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, Element_16f>
 {
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
-        Channels c;
-        Narrow n0, n1, n2;
-        hn::LoadInterleaved3(DN(), reinterpret_cast<const std::uint16_t*>(p), n0, n1, n2);
-        c.c0 = ToFloat(n0);
-        c.c1 = ToFloat(n1);
-        c.c2 = ToFloat(n2);
-        c.c3 = hn::Zero(D());
+        const D d;
+        const hn::Rebind<std::uint16_t, D> dn;
+        Halfs<D> n0, n1, n2;
+        hn::LoadInterleaved3(dn, reinterpret_cast<const std::uint16_t*>(p), n0, n1, n2);
+        const Channels c = {HalfsToFloats(d, n0), HalfsToFloats(d, n1), HalfsToFloats(d, n2), hn::Zero(d)};
         InColorOrder<kLayout>(c, red, green, blue, alpha);
     }
 
     template <bool kStream>
     static HWY_INLINE void Store(V red, V green, V blue, V alpha, std::uint8_t* p)
     {
+        const D d;
         const Channels c = InMemoryOrder<kLayout, Channels>(red, green, blue, alpha);
-        hn::StoreInterleaved3(FromFloat(c.c0), FromFloat(c.c1), FromFloat(c.c2), DN(), reinterpret_cast<std::uint16_t*>(p));
-    }
-
-private:
-    using DN = hn::Rebind<std::uint16_t, D>;
-    using Narrow = hn::VFromD<DN>;
-
-    static HWY_INLINE V ToFloat(Narrow halfs)
-    {
+        const Halfs<D> n0 = FloatsToHalfs(d, c.c0);
+        const Halfs<D> n1 = FloatsToHalfs(d, c.c1);
+        const Halfs<D> n2 = FloatsToHalfs(d, c.c2);
+        std::uint16_t* const elements = reinterpret_cast<std::uint16_t*>(p);
 #if TAVRIN_TRANSPOSE_AVX512
-        return V{_mm512_cvtph_ps(halfs.raw)};
+        const __m512i firstTwo = _mm512_inserti64x4(_mm512_castsi256_si512(n0.raw), n1.raw, 1);
+        StoreThreeShorts<kStream, 16>(firstTwo, _mm512_castsi256_si512(n2.raw), elements);
 #else
-        return V{_mm256_cvtph_ps(halfs.raw)};
-#endif
-    }
-
-    static HWY_INLINE Narrow FromFloat(V values)
-    {
-        constexpr int kRound = _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC;
-#if TAVRIN_TRANSPOSE_AVX512
-        return Narrow{_mm512_cvtps_ph(values.raw, kRound)};
-#else
-        return Narrow{_mm256_cvtps_ph(values.raw, kRound)};
+        hn::StoreInterleaved3(n0, n1, n2, hn::Rebind<std::uint16_t, D>(), elements);
 #endif
     }
 };
@@ -573,9 +603,9 @@ private:
 
 // One big-endian word of ten bits a colour; alpha's two bits are taken and given as they stand.
 template <Layout kLayout>
-struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, IntegerElement<std::uint16_t, 1023>, kLayout>
+struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, Element_10i, kLayout>
 {
-    using Element = IntegerElement<std::uint16_t, 1023>;
+    using Element = Element_10i;
     using Entry = Element::Entry;
     static constexpr std::size_t kPixelBytes = 4;
     static constexpr bool kCanStream = true;
@@ -583,8 +613,21 @@ struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, IntegerElement<std::u
     static HWY_INLINE VU SwapBytes(VU word)
     {
         const DU du;
+#if TAVRIN_PACKS_SATURATE
+        HWY_ALIGN static constexpr std::uint8_t kSwapped[16] = {3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12};
+        const hn::Repartition<std::uint8_t, D> du8;
+        return hn::BitCast(du, hn::TableLookupBytes(hn::BitCast(du8, word), hn::LoadDup128(du8, kSwapped)));
+#else
         return hn::Or(hn::Or(hn::ShiftLeft<24>(word), hn::And(hn::ShiftLeft<8>(word), hn::Set(du, 0x00ff0000U))),
                       hn::Or(hn::And(hn::ShiftRight<8>(word), hn::Set(du, 0x0000ff00U)), hn::ShiftRight<24>(word)));
+#endif
+    }
+
+    // What packing does for other formats.
+    static HWY_INLINE VU NotBelowZero(VU code)
+    {
+        const DI di;
+        return TAVRIN_PACKS_SATURATE ? hn::BitCast(DU(), hn::Max(hn::BitCast(di, code), hn::Zero(di))) : code;
     }
 
     static HWY_INLINE void LoadCodes(const std::uint8_t* p, VU& red, VU& green, VU& blue, V& alpha)
@@ -601,21 +644,22 @@ struct PackedFormat : ValuesOfCodes<PackedFormat<kLayout>, IntegerElement<std::u
     template <bool kStream>
     static HWY_INLINE void StoreCodes(VU red, VU green, VU blue, V alpha, std::uint8_t* p)
     {
-        VU word = hn::Or(hn::ShiftLeft<22>(red), hn::Or(hn::ShiftLeft<12>(green), hn::ShiftLeft<2>(blue)));
+        VU word = hn::Or(hn::ShiftLeft<22>(NotBelowZero(red)),
+                         hn::Or(hn::ShiftLeft<12>(NotBelowZero(green)), hn::ShiftLeft<2>(NotBelowZero(blue))));
         if constexpr (hasAlpha(kLayout))
-            word = hn::Or(word, hn::And(Element::FromFloat(alpha), hn::Set(DU(), 3U)));
+            word = hn::Or(word, hn::And(NotBelowZero(Element::FromFloat(alpha)), hn::Set(DU(), 3U)));
         StoreVector<kStream>(hn::BitCast(D(), SwapBytes(word)), reinterpret_cast<float*>(p));
     }
 };
 
 template <Layout kLayout>
-using Format_8i = CodeFormat<kLayout, IntegerElement<std::uint8_t, 255>>;
+using Format_8i = CodeFormat<kLayout, Element_8i>;
 template <Layout kLayout>
-using Format_10i = CodeFormat<kLayout, IntegerElement<std::uint16_t, 1023>>;
+using Format_10i = CodeFormat<kLayout, Element_10i>;
 template <Layout kLayout>
-using Format_12i = CodeFormat<kLayout, IntegerElement<std::uint16_t, 4095>>;
+using Format_12i = CodeFormat<kLayout, Element_12i>;
 template <Layout kLayout>
-using Format_16i = CodeFormat<kLayout, IntegerElement<std::uint16_t, 65535>>;
+using Format_16i = CodeFormat<kLayout, Element_16i>;
 template <Layout kLayout>
 using Format_10iP = PackedFormat<kLayout>;
 template <Layout kLayout>
@@ -762,14 +806,23 @@ HWY_INLINE void StorePart(Pixels const& pixels, unsigned int begin, unsigned int
     }
 }
 
-// Pixels up to the first 64-byte boundary go the ordinary way, and so does everything where no pixel begins on one.
+// The bytes up to the first 64-byte boundary that a pixel begins on, if there is one.
+HWY_INLINE std::size_t GapToLine(const std::uint8_t* p, std::size_t pixelBytes)
+{
+    std::size_t gap = (kCacheLine - reinterpret_cast<std::uintptr_t>(p) % kCacheLine) % kCacheLine;
+    while (gap % pixelBytes != 0 && gap < 2 * kCacheLine) // those of three channels begin on every third one
+        gap += kCacheLine;
+    return gap;
+}
+
+// Pixels up to the boundary go the ordinary way, and so does everything where no pixel begins on one.
 template <class Format, bool kStream, class Pixels>
 HWY_INLINE void StorePixels(Pixels const& pixels, unsigned int count, void* destination, UpcomingPixels& upcoming)
 {
     std::uint8_t* const p = static_cast<std::uint8_t*>(destination);
     if constexpr (kStream)
     {
-        const std::size_t gap = (kCacheLine - reinterpret_cast<std::uintptr_t>(p) % kCacheLine) % kCacheLine;
+        const std::size_t gap = GapToLine(p, Format::kPixelBytes);
         const unsigned int ordinary = static_cast<unsigned int>(gap / Format::kPixelBytes);
         if (gap % Format::kPixelBytes == 0 && ordinary < count)
         {
