@@ -11,8 +11,6 @@
 
 #include <hwy/highway.h>
 
-#include <cstddef>
-
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
 {
@@ -24,9 +22,8 @@ struct Dither : DitherParameters
     template <class D, class V>
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a, ImagePosition position) const
     {
-        static_assert(hn::MaxLanes(D()) <= kRowExtension);
-        float const* const row = noise + std::size_t{position.row & mask} * (mask + 1 + kRowExtension);
-        const V n = hn::LoadU(d, row + (position.column & mask));
+        static_assert(hn::MaxLanes(D()) <= DitherNoise::kRowExtension);
+        const V n = hn::LoadU(d, ofPixels.row(position.row) + (position.column & (ofPixels.period - 1)));
         for (V* const channel : {&r, &g, &b, &a})
             *channel = hn::Mul(hn::Add(*channel, n), hn::Set(d, scale));
     }

@@ -17,19 +17,29 @@ namespace
 
 using DitherOpUtil::BayerMatrix;
 
-// Each row followed by its start, as often as the kernel wants it.
-std::vector<float> extendedRows(BayerMatrix const& matrix)
+// The noise with each value so many times.
+class SpreadNoise
 {
-    unsigned int const dimension = matrix.getDimension();
-    std::vector<float> rows;
-    for (unsigned int row = 0; row < dimension; ++row)
+public:
+    SpreadNoise(BayerMatrix const& matrix, unsigned int times)
+        : m_rows(matrix.getDimension()), m_period(matrix.getDimension() * times)
     {
-        float const* const values = matrix[static_cast<int>(row)];
-        for (unsigned int column = 0; column < dimension + DitherParameters::kRowExtension; ++column)
-            rows.push_back(values[column % dimension]);
+        for (unsigned int row = 0; row < m_rows; ++row)
+        {
+            float const* const values = matrix[static_cast<int>(row)];
+            for (unsigned int place = 0; place < m_period + DitherNoise::kRowExtension; ++place)
+                m_values.push_back(values[place % m_period / times]);
+        }
     }
-    return rows;
-}
+
+    DitherNoise get() const { return {m_values.data(), m_rows, m_period}; }
+    bool empty() const { return m_values.empty(); }
+
+private:
+    unsigned int m_rows;
+    unsigned int m_period;
+    std::vector<float> m_values;
+};
 
 // Depths are those of the operator's place: of the formats at the two ends of the pipeline, 32f inside.
 float depthScale(Color::DitherOp const& op)
@@ -44,11 +54,11 @@ public:
 
     RendererKind getOpType() const override { return RendererKind::DitherRenderer; }
 
-    bool dependsOnPosition() const override { return !m_noise.empty(); }
+    bool dependsOnPosition() const override { return !m_ofPixels.empty(); }
 
     LineKernel prepareLine(LineParameters&) const override
     {
-        if (m_noise.empty())
+        if (m_ofPixels.empty())
             return makeLineKernel(m_scaleFunction, m_scaleParameters);
         return makeLineKernel(m_ditherFunction, m_ditherParameters);
     }
@@ -61,15 +71,19 @@ private:
 
     OrderedDither(Color::DitherOp const& op, BayerMatrix const& matrix)
         : VirtualRenderer(op),
-          m_noise(extendedRows(matrix)),
+          m_ofPixels(matrix, 1),
+          m_ofThree(matrix, 3),
+          m_ofFour(matrix, 4),
           m_ditherFunction(getArithmeticKernel(ArithmeticKernel::Dither)),
-          m_ditherParameters{m_noise.data(), matrix.getDimension() - 1, depthScale(op)},
+          m_ditherParameters{m_ofPixels.get(), m_ofThree.get(), m_ofFour.get(), depthScale(op)},
           m_scaleFunction(getArithmeticKernel(ArithmeticKernel::Scale)),
           m_scaleParameters{{depthScale(op), depthScale(op), depthScale(op), depthScale(op)}}
     {
     }
 
-    std::vector<float> m_noise;
+    SpreadNoise m_ofPixels;
+    SpreadNoise m_ofThree;
+    SpreadNoise m_ofFour;
     BlockFunction m_ditherFunction;
     DitherParameters m_ditherParameters;
     // For a dither that has no noise to add.

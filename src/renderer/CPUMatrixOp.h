@@ -2,6 +2,12 @@
 #ifndef TAVRIN_RENDERER_CPU_MATRIX_OP_H
 #define TAVRIN_RENDERER_CPU_MATRIX_OP_H
 
+#include "renderer/block.h"
+#include "renderer/elementArithmetic.h"
+
+#include <algorithm>
+#include <optional>
+
 namespace Rendering
 {
 
@@ -13,6 +19,13 @@ struct ScaleParameters
     float scale[4]; // red, green, blue, alpha
 
     bool keepsAlpha() const { return scale[3] == 1.0F; }
+
+    std::optional<ElementArithmetic> getElementArithmetic(unsigned int channels, ImagePosition) const
+    {
+        if (std::any_of(scale + 1, scale + channels, [this](float other) { return other != scale[0]; }))
+            return std::nullopt;
+        return ElementArithmetic{scale[0]};
+    }
 };
 
 struct ScaleWithOffsetParameters

@@ -3,12 +3,15 @@
 
 #include "renderer/CPULut1DOp.h"
 #include "renderer/codeTables.h"
+#include "renderer/kernelsElements.h"
+#include "renderer/pixelLayout.h"
 #include "renderer/runningRenderers.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 
 namespace Rendering
 {
@@ -113,6 +116,7 @@ public:
           m_roi(roi),
           m_renderers(renderers),
           m_streams(wantsStreaming(source, destination, roi)),
+          m_elementLine(getElementLineFunction(in, out)),
           m_running(renderers, in, out, roi.width),
           m_codeTables(in, out),
           m_usesCodeTables(m_codeTables.pay(std::size_t{roi.width} * roi.height))
@@ -142,6 +146,8 @@ private:
             return _renderEntries(*entries, line, lines);
 
         bool const areOther = m_running.prepareLines();
+        if (auto const arithmetic = _getElementArithmetic(line))
+            return _renderElements(*arithmetic, line, lines);
         if (m_usesCodeTables)
             m_codeTables.reckon(m_running, areOther, m_load, m_store, m_block);
         if (m_codeTables.givePixels())
@@ -163,6 +169,23 @@ private:
         {
             _load([&](auto const&... places) { m_load.loadCodes(places..., m_block, alpha); }, x, line, lines);
             _store([&](auto const&... places) { store(entries, m_block, places...); }, x, line, lines);
+        }
+    }
+
+    std::optional<ElementArithmetic> _getElementArithmetic(unsigned int line) const
+    {
+        if (m_elementLine == nullptr)
+            return std::nullopt;
+        return m_running.getElementArithmetic(channelsOf(layoutOf(m_in)), {m_roi.x, m_roi.y + line});
+    }
+
+    void _renderElements(ElementArithmetic const& arithmetic, unsigned int line, unsigned int lines)
+    {
+        std::size_t const count = std::size_t{m_roi.width} * channelsOf(layoutOf(m_in));
+        for (unsigned int i = line; i < line + lines; ++i)
+        {
+            unsigned int const next = std::min(i + lines, m_roi.height - 1);
+            m_elementLine(arithmetic, {m_source.line(i), m_destination.line(i), count, m_source.line(next), m_streams});
         }
     }
 
@@ -220,6 +243,8 @@ private:
     ROI const& m_roi;
     TransformProcessor const& m_renderers;
     bool m_streams;
+    // Null where channels do not stay in their places.
+    ElementLineFunction m_elementLine;
     RunningRenderers m_running;
     CodeTables m_codeTables;
     bool m_usesCodeTables;

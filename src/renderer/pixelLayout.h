@@ -69,6 +69,22 @@ constexpr Layout layoutOf(Tavrin::PixelFormat format)
     return {};
 }
 
+// Whether a pixel is one word, and not an element for each channel.
+constexpr bool isPacked(Tavrin::PixelFormat format)
+{
+    switch (format)
+    {
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) \
+    case Tavrin::PF_##layout##_##depth:                                   \
+        return packed != 0;
+#include <tavrin/pixelFormats.def>
+#undef TAVRIN_PIXEL_FORMAT
+    case Tavrin::PF_UNKNOWN:
+        break;
+    }
+    return false;
+}
+
 } // namespace Rendering
 
 #endif

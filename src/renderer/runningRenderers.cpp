@@ -50,6 +50,14 @@ std::size_t RunningRenderers::channelwise() const
     return static_cast<std::size_t>(end - m_running.begin());
 }
 
+std::optional<ElementArithmetic> RunningRenderers::getElementArithmetic(unsigned int channels, ImagePosition position) const
+{
+    if (m_running.size() != 1 || m_running[0].kernel.elementArithmetic == nullptr)
+        return std::nullopt;
+    LineKernel const& kernel = m_running[0].kernel;
+    return kernel.elementArithmetic(kernel.parameters, channels, position);
+}
+
 float RunningRenderers::reckonUniformAlpha(Block& block) const
 {
     std::fill_n(block.alpha, Block::kPixels, m_missingAlpha);

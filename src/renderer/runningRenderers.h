@@ -9,6 +9,7 @@
 #include <boost/container/small_vector.hpp>
 
 #include <cstddef>
+#include <optional>
 
 namespace Rendering
 {
@@ -42,6 +43,8 @@ public:
     bool takesCodes() const { return m_takesCodes; }
     // How many renderers, from the first on, see each channel for itself:
     std::size_t channelwise() const;
+    // What a lone renderer that treats all channels alike does to the elements of a line, from some place on:
+    std::optional<ElementArithmetic> getElementArithmetic(unsigned int channels, ImagePosition position) const;
     // The alpha that is to be loaded where pixels have none: behind the renderers that leave it uniform, or what they begin with.
     // What becomes of the block is of no interest.
     float reckonUniformAlpha(Block& block) const;

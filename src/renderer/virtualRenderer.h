@@ -3,6 +3,7 @@
 #define TAVRIN_RENDERER_VIRTUAL_RENDERER_H
 
 #include "renderer/block.h"
+#include "renderer/elementArithmetic.h"
 #include "transform/op.h"
 
 #include <tavrin/vocabulary.h>
@@ -10,6 +11,7 @@
 #include <cstddef>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -28,29 +30,37 @@ enum class RendererKind : unsigned int
 inline constexpr unsigned int kRendererKinds = 37;
 char const* getRendererKindName(RendererKind kind);
 
+// What parameters do to the elements of a line of so many channels from some place on; nothing where channels differ.
+using ElementArithmeticFunction = std::optional<ElementArithmetic> (*)(void const* parameters, unsigned int channels,
+                                                                       ImagePosition position);
+
 // Arithmetic with its parameters, for a line of pixels, or for a few short ones.
 struct LineKernel
 {
     BlockFunction function;
     void const* parameters;
     // Alpha comes out as it goes in.
-    bool keepsAlpha;
+    bool keepsAlpha = false;
     // Each channel follows from itself alone, wherever the pixel stands.
-    bool isChannelwise;
+    bool isChannelwise = false;
+    // Null where channels are never alike.
+    ElementArithmeticFunction elementArithmetic = nullptr;
 };
 
-// Parameters may tell that they keep alpha, or that channels do not know each other; of those that do not the contrary is taken.
+// Parameters may tell that they keep alpha, that channels do not know each other, or what they do to elements; of those that do not
+// the contrary is taken.
 template <class Parameters>
 LineKernel makeLineKernel(BlockFunction function, Parameters const& parameters)
 {
-    constexpr bool kIsChannelwise = requires
-    {
-        Parameters::kIsChannelwise;
-    };
+    LineKernel kernel{function, &parameters};
     if constexpr (requires { parameters.keepsAlpha(); })
-        return {function, &parameters, parameters.keepsAlpha(), kIsChannelwise};
-    else
-        return {function, &parameters, false, kIsChannelwise};
+        kernel.keepsAlpha = parameters.keepsAlpha();
+    if constexpr (requires { Parameters::kIsChannelwise; })
+        kernel.isChannelwise = true;
+    if constexpr (requires { parameters.getElementArithmetic(0U, ImagePosition()); })
+        kernel.elementArithmetic = [](void const* p, unsigned int channels, ImagePosition position)
+        { return static_cast<Parameters const*>(p)->getElementArithmetic(channels, position); };
+    return kernel;
 }
 
 // Room for parameters that hold for those lines only, since they follow from dynamic values.
