@@ -43,7 +43,7 @@ double kernelsInCache(Rendering::Pipeline const& pipeline, PixelFormat format)
     for (int i = 0; i < 20; ++i)
         clock.measure(
             [&] {
-                load(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
+                load(sourceFrame(), {0, Block::kPixels}, block);
             },
             [&]
             {

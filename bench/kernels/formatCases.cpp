@@ -49,10 +49,7 @@ void addLoad(std::string const& name, PixelFormat format, Rendering::LoadFunctio
             Rendering::LoadFunction const function = Rendering::getFormatFunctions(format).*load;
             PlacedBlock placed;
             Block& block = placed.block;
-            runInCache(state, Block::kPixels, doNothing,
-                       [&] {
-                           function(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
-                       });
+            runInCache(state, Block::kPixels, doNothing, [&] { function(sourceFrame(), {0, Block::kPixels}, block); });
         });
 }
 
@@ -64,7 +61,7 @@ void addStore(PixelFormat format)
             FormatFunctions const& functions = Rendering::getFormatFunctions(format);
             PlacedBlock placed;
             Block& block = placed.block;
-            functions.load(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
+            functions.load(sourceFrame(), {0, Block::kPixels}, block);
             runInCache(state, Block::kPixels, doNothing,
                        [&] {
                            functions.store(block, {0, Block::kPixels}, destinationFrame(), {sourceFrame(), 4});
@@ -93,7 +90,7 @@ void addEntryStore(PixelFormat format)
             Rendering::Lut1DParameters const& entries = entriesOf(*table, format);
             PlacedBlock placed;
             Block& block = placed.block;
-            functions.loadCodes(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(format));
+            functions.loadCodes(sourceFrame(), {0, Block::kPixels}, block);
             runInCache(state, Block::kPixels, doNothing,
                        [&] {
                            functions.storeEntries(entries, block, {0, Block::kPixels}, destinationFrame(), {sourceFrame(), 4});

@@ -51,7 +51,7 @@ void runKernel(benchmark::State& state, Rendering::Pipeline const& pipeline, Tav
     runInCache(
         state, Block::kPixels,
         [&] {
-            load(sourceFrame(), {0, Block::kPixels}, block, Rendering::getMissingAlpha(in));
+            load(sourceFrame(), {0, Block::kPixels}, block);
         },
         [&] {
             kernel.function(kernel.parameters, block, Block::kPixels, {0, 0}, outputs);

@@ -117,7 +117,7 @@ public:
           m_renderers(renderers),
           m_streams(wantsStreaming(source, destination, roi)),
           m_elementLine(getElementLineFunction(in, out)),
-          m_running(renderers, in, out, roi.width),
+          m_running(renderers, in, out),
           m_codeTables(in, out),
           m_usesCodeTables(m_codeTables.pay(std::size_t{roi.width} * roi.height))
     {
@@ -164,10 +164,9 @@ private:
     void _renderEntries(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
     {
         EntryStoreFunction const store = m_streams ? m_store.streamEntries : m_store.storeEntries;
-        float const alpha = getMissingAlpha(m_in);
         for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
         {
-            _load([&](auto const&... places) { m_load.loadCodes(places..., m_block, alpha); }, x, line, lines);
+            _load([&](auto const&... places) { m_load.loadCodes(places..., m_block); }, x, line, lines);
             _store([&](auto const&... places) { store(entries, m_block, places...); }, x, line, lines);
         }
     }
@@ -194,8 +193,7 @@ private:
         if (m_codeTables.renderers() > 0)
             return _renderBlocks([&](auto const&... places) { m_codeTables.load(places..., m_block); }, line, lines);
         LoadFunction const load = m_running.takesCodes() ? m_load.loadCodes : m_load.load;
-        float const alpha = m_running.reckonUniformAlpha(m_block);
-        _renderBlocks([&](auto const&... places) { load(places..., m_block, alpha); }, line, lines);
+        _renderBlocks([&](auto const&... places) { load(places..., m_block); }, line, lines);
     }
 
     // The renderers whose work the load does not do.
@@ -288,7 +286,7 @@ void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int
         for (unsigned int x = 0; x < sourceRoi.width; x += Block::kPixels)
         {
             unsigned int const count = std::min(sourceRoi.width - x, Block::kPixels);
-            load(source.pixel(line, x), {0, count}, block, getMissingAlpha(sourceFormat));
+            load(source.pixel(line, x), {0, count}, block);
             store(block, {0, count}, destination.pixel(line, x), source.following(line, x + count, sourceRoi.width));
         }
     }

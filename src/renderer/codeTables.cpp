@@ -127,11 +127,10 @@ void CodeTables::_storeEntries(Block const& block, StoreFunction store, unsigned
 template <class Take>
 void CodeTables::_reckonCodes(RunningRenderers const& renderers, LoadFunction load, Block& block, Take const& take) const
 {
-    float const alpha = renderers.reckonUniformAlpha(block);
     for (unsigned int firstCode = 0; firstCode < kCodes; firstCode += Block::kPixels)
     {
         CodePixels const pixels(firstCode, Tavrin::getPixelSizeInByte(m_in));
-        load(pixels.begin(), {0, Block::kPixels}, block, alpha);
+        load(pixels.begin(), {0, Block::kPixels}, block);
         renderers.run(0, m_renderers, block, Block::kPixels, {0, 0});
         take(firstCode);
     }

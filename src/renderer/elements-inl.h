@@ -86,6 +86,7 @@ struct IntegerElement
 {
     using Type = T;
     using Entry = std::conditional_t<sizeof(T) == 1, ByteEntry, ShortEntry>;
+    static constexpr float kFullSignal = static_cast<float>(kMax);
 
     static HWY_INLINE V ToFloat(VU codes) { return hn::ConvertTo(D(), hn::BitCast(DI(), codes)); }
 
@@ -94,7 +95,7 @@ struct IntegerElement
     {
         const D d;
         const V rounded = hn::Add(value, hn::Set(d, 0.5F));
-        const V maximum = hn::Set(d, static_cast<float>(kMax));
+        const V maximum = hn::Set(d, kFullSignal);
 #if TAVRIN_TRANSPOSE_AVX512
         // The minimum, by a comparison, since the processor has something else to do where it takes minima.
         const __mmask16 isBelow = _mm512_cmp_ps_mask(rounded.raw, maximum.raw, _CMP_NGE_UQ);
@@ -111,12 +112,14 @@ struct FloatElement
 {
     using Type = float;
     using Entry = FloatEntry;
+    static constexpr float kFullSignal = 1.0F;
 };
 
 struct HalfElement
 {
     using Type = std::uint16_t;
     using Entry = HalfEntry;
+    static constexpr float kFullSignal = 1.0F;
 
     static HWY_INLINE V ToFloat(VU codes) { return HalfBitsToFloat(D(), codes); }
     static HWY_INLINE VU FromFloat(V value) { return FloatToHalfBits(D(), value); }

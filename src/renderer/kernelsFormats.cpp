@@ -415,9 +415,11 @@ HWY_INLINE void InColorOrder(C const& c, Value& red, Value& green, Value& blue, 
 template <class Format, class Element, Layout kLayout>
 struct ValuesOfCodes
 {
-    static constexpr bool kHasAlpha = hasAlpha(kLayout);
-
-    static HWY_INLINE V AlphaValue(VU code) { return kHasAlpha ? Element::ToFloat(code) : hn::Zero(D()); }
+    // Pixels without alpha are opaque.
+    static HWY_INLINE V AlphaValue(VU code)
+    {
+        return hasAlpha(kLayout) ? Element::ToFloat(code) : hn::Set(D(), Element::kFullSignal);
+    }
 
     static HWY_INLINE void Load(const std::uint8_t* p, V& red, V& green, V& blue, V& alpha)
     {
@@ -473,7 +475,6 @@ template <Layout kLayout>
 struct FloatFormat
 {
     using Entry = FloatEntry;
-    static constexpr bool kHasAlpha = hasAlpha(kLayout);
     static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(float);
     static constexpr bool kCanStream = hasAlpha(kLayout) || TAVRIN_TRANSPOSE_AVX512; // where vectors are stored one by one
 
@@ -488,7 +489,7 @@ struct FloatFormat
         else
         {
             Channels c;
-            c.c3 = hn::Zero(d);
+            c.c3 = hn::Set(d, Element_32f::kFullSignal);
 #if HWY_TARGET == HWY_SCALAR
             c.c0 = hn::LoadU(d, elements);
             c.c1 = hn::LoadU(d, elements + 1);
@@ -577,7 +578,7 @@ requires(!hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, El
         const hn::Rebind<std::uint16_t, D> dn;
         Halfs<D> n0, n1, n2;
         hn::LoadInterleaved3(dn, reinterpret_cast<const std::uint16_t*>(p), n0, n1, n2);
-        const Channels c = {HalfsToFloats(d, n0), HalfsToFloats(d, n1), HalfsToFloats(d, n2), hn::Zero(d)};
+        const Channels c = {HalfsToFloats(d, n0), HalfsToFloats(d, n1), HalfsToFloats(d, n2), hn::Set(d, Element_16f::kFullSignal)};
         InColorOrder<kLayout>(c, red, green, blue, alpha);
     }
 
@@ -695,13 +696,11 @@ struct Codes
 static_assert(hn::MaxLanes(D()) <= Block::kGap);
 
 template <class Format, class Content>
-HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block, float missingAlpha)
+HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
 {
     const D d;
     V red, green, blue, alpha;
     Content::template LoadVector<Format>(p, red, green, blue, alpha);
-    if constexpr (!Format::kHasAlpha)
-        alpha = hn::Set(d, missingAlpha);
     hn::StoreU(red, d, block.red + at);
     hn::StoreU(green, d, block.green + at);
     hn::StoreU(blue, d, block.blue + at);
@@ -709,19 +708,19 @@ HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block,
 }
 
 template <class Format, class Content>
-void Load(void const* source, Places places, Block& block, float missingAlpha)
+void Load(void const* source, Places places, Block& block)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(D()));
     const std::uint8_t* p = static_cast<const std::uint8_t*>(source);
     const unsigned int end = places.first + places.count;
     unsigned int i = places.first;
     for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
-        LoadVector<Format, Content>(p, i, block, missingAlpha);
+        LoadVector<Format, Content>(p, i, block);
     if (i < end)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes] = {};
         std::memcpy(rest, p, (end - i) * Format::kPixelBytes);
-        LoadVector<Format, Content>(rest, i, block, missingAlpha);
+        LoadVector<Format, Content>(rest, i, block);
     }
 }
 
@@ -878,11 +877,6 @@ HWY_AFTER_NAMESPACE();
 
 namespace Rendering
 {
-
-float getMissingAlpha(PixelFormat format)
-{
-    return Tavrin::getBitDepthMaxValue(Color::Utils::depthOf(format));
-}
 
 FormatFunctions const& getFormatFunctions(PixelFormat format)
 {

@@ -13,12 +13,9 @@ using Tavrin::PixelFormat;
 
 struct Lut1DParameters;
 
-// Reads pixels into places of the block: code values as floats; a format without alpha gives the one that is handed in. The places
+// Reads pixels into places of the block: code values as floats; where there is no alpha it is the depth's maximum. The places
 // behind them are overwritten as well, so those of one block are filled in order.
-using LoadFunction = void (*)(void const* source, Places places, Block& block, float missingAlpha);
-
-// The alpha that pixels of a format without alpha have: the depth's maximum.
-float getMissingAlpha(PixelFormat format);
+using LoadFunction = void (*)(void const* source, Places places, Block& block);
 
 // The source pixels that come after those of the block. They are fetched into the cache while the block is stored, when the memory
 // has nothing else to read; the address need not be valid.

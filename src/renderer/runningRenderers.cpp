@@ -3,7 +3,6 @@
 
 #include "renderer/CPUMatrixOp.h"
 #include "renderer/kernelsArithmetic.h"
-#include "renderer/kernelsFormats.h"
 #include "renderer/pixelLayout.h"
 #include "utils/utils.h"
 
@@ -12,16 +11,14 @@
 namespace Rendering
 {
 
-RunningRenderers::RunningRenderers(TransformProcessor const& renderers, PixelFormat in, PixelFormat out, unsigned int width)
+RunningRenderers::RunningRenderers(TransformProcessor const& renderers, Tavrin::PixelFormat in, Tavrin::PixelFormat out)
     : m_renderers(renderers),
-      m_missingAlpha(getMissingAlpha(in)),
       m_inRange(Tavrin::getBitDepthValueRange(Color::Utils::depthOf(in))),
       m_outRange(Tavrin::getBitDepthValueRange(Color::Utils::depthOf(out))),
       m_scale(getArithmeticKernel(ArithmeticKernel::Scale)),
       m_running(renderers.size(), boost::container::default_init)
 {
     _findReadersOfAlpha(out);
-    _findUniformAlpha(in, width);
 }
 
 // What the first renderer wants is asked for; a bypassed one takes values.
@@ -58,35 +55,13 @@ std::optional<ElementArithmetic> RunningRenderers::getElementArithmetic(unsigned
     return kernel.elementArithmetic(kernel.parameters, channels, position);
 }
 
-float RunningRenderers::reckonUniformAlpha(Block& block) const
-{
-    std::fill_n(block.alpha, Block::kPixels, m_missingAlpha);
-    for (RunningRenderer const& running : m_running)
-    {
-        if (running.alphaIsUniform && running.changesAlpha())
-            running.kernel.function(running.kernel.parameters, block, 1, {0, 0}, Outputs::ColorsAndAlpha);
-    }
-    return block.alpha[0];
-}
-
-void RunningRenderers::_findReadersOfAlpha(PixelFormat out)
+void RunningRenderers::_findReadersOfAlpha(Tavrin::PixelFormat out)
 {
     bool isRead = hasAlpha(layoutOf(out));
     for (std::size_t i = m_running.size(); i-- > 0;)
     {
         m_running[i].alphaIsRead = isRead;
         isRead = isRead || m_renderers[i].mixesAlpha();
-    }
-}
-
-// A format without alpha gives all pixels the same one. In lines of a block or less there is nothing to win by that.
-void RunningRenderers::_findUniformAlpha(PixelFormat in, unsigned int width)
-{
-    bool isUniform = !hasAlpha(layoutOf(in)) && width > Block::kPixels;
-    for (std::size_t i = 0; i < m_running.size(); ++i)
-    {
-        isUniform = isUniform && !m_renderers[i].mixesAlpha() && !m_renderers[i].dependsOnPosition();
-        m_running[i].alphaIsUniform = isUniform;
     }
 }
 

@@ -20,19 +20,15 @@ struct RunningRenderer
     LineParameters parameters;
     // Some later renderer, or the destination, takes the alpha that this one gives.
     bool alphaIsRead;
-    // All pixels have the same alpha, which is reckoned once for the line.
-    bool alphaIsUniform;
 
-    bool changesAlpha() const { return alphaIsRead && !kernel.keepsAlpha; }
-    Outputs outputs() const { return changesAlpha() && !alphaIsUniform ? Outputs::ColorsAndAlpha : Outputs::Colors; }
+    Outputs outputs() const { return alphaIsRead && !kernel.keepsAlpha ? Outputs::ColorsAndAlpha : Outputs::Colors; }
 };
 
 // Those of one call of the engine. Allocates nothing unless the row is uncommonly long.
 class RunningRenderers
 {
 public:
-    // Lines are so wide.
-    RunningRenderers(TransformProcessor const& renderers, Tavrin::PixelFormat in, Tavrin::PixelFormat out, unsigned int width);
+    RunningRenderers(TransformProcessor const& renderers, Tavrin::PixelFormat in, Tavrin::PixelFormat out);
 
     std::size_t size() const { return m_running.size(); }
 
@@ -45,9 +41,6 @@ public:
     std::size_t channelwise() const;
     // What a lone renderer that treats all channels alike does to the elements of a line, from some place on:
     std::optional<ElementArithmetic> getElementArithmetic(unsigned int channels, ImagePosition position) const;
-    // The alpha that is to be loaded where pixels have none: behind the renderers that leave it uniform, or what they begin with.
-    // What becomes of the block is of no interest.
-    float reckonUniformAlpha(Block& block) const;
 
     // Runs some of them, one after the other, over the first pixels of a block.
     void run(std::size_t begin, std::size_t end, Block& block, unsigned int count, ImagePosition position) const
@@ -58,11 +51,9 @@ public:
 
 private:
     void _findReadersOfAlpha(Tavrin::PixelFormat out);
-    void _findUniformAlpha(Tavrin::PixelFormat in, unsigned int width);
     LineKernel _prepareBypassed(std::size_t index, LineParameters& room) const;
 
     TransformProcessor const& m_renderers;
-    float m_missingAlpha;
     float m_inRange;
     float m_outRange;
     BlockFunction m_scale;

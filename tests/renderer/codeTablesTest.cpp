@@ -151,7 +151,7 @@ std::optional<Rendering::CodeTables> tablesOf(std::vector<Color::Op const*> cons
     if (Rendering::getCodeFunctions() == nullptr)
         return tables;
     auto const renderers = Rendering::makePipeline(transformOf(ops), from, to).renderers;
-    Rendering::RunningRenderers running(*renderers, from, to, kEnough);
+    Rendering::RunningRenderers running(*renderers, from, to);
     Rendering::Block block;
     tables.emplace(from, to);
     tables->reckon(running, running.prepareLines(), Rendering::getFormatFunctions(from), Rendering::getFormatFunctions(to), block);
@@ -401,7 +401,7 @@ TEST(CodeTables, AreReckonedAgainAfterEntriesOfATableStoodInThem)
                 return;
             TransformProcessor renderers;
             renderers.append(std::make_unique<KnobRenderer>(1.0F));
-            Rendering::RunningRenderers running(renderers, kFormat, kFormat, kEnough);
+            Rendering::RunningRenderers running(renderers, kFormat, kFormat);
             ASSERT_TRUE(running.prepareLines());
             Rendering::Block block;
             Rendering::CodeTables tables(kFormat, kFormat);

@@ -109,7 +109,7 @@ TEST(Formats, EveryCountOfPixelsWritesItsBytesAndNoMore)
             for (unsigned int count = 1; count <= 40; ++count)
             {
                 std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, count, count);
-                functions.load(source.data(), {0, count}, *block, getMissingAlpha(format));
+                functions.load(source.data(), {0, count}, *block);
                 for (StoreFunction store : {functions.store, functions.stream})
                 {
                     std::vector<unsigned char> destination(count * bytes + 64, 0xcd);
@@ -137,7 +137,7 @@ TEST(Formats, StreamedStoresGiveTheSameBytesFromAnyAddress)
             std::size_t const bytes = PixelModel::pixelBytes(format);
             std::vector<unsigned char> const source = PixelModel::sensiblePixels(format, kPixels, 3);
             auto const block = std::make_unique<Block>();
-            functions.load(source.data(), {0, kPixels}, *block, getMissingAlpha(format));
+            functions.load(source.data(), {0, kPixels}, *block);
             for (std::size_t shift = 0; shift < 64; ++shift)
             {
                 std::vector<unsigned char> ordinary(kPixels * bytes + 128, 0xcd);
