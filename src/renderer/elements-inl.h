@@ -56,29 +56,17 @@ HWY_INLINE void StoreVector(V v, float* p)
         hn::StoreU(v, d, p);
 }
 
-#if TAVRIN_PACKS_SATURATE
-
+// Asks for a line of the cache. Beside a destination that streams the source is read once as well, and leaves what else is cached
+// alone.
 template <bool kStream>
-HWY_INLINE void StoreBits(__m128i bits, void* p)
+HWY_INLINE void Prefetch(const std::uint8_t* p)
 {
+#if HWY_ARCH_X86
     if constexpr (kStream)
-        _mm_stream_si128(static_cast<__m128i*>(p), bits);
-    else
-        _mm_storeu_si128(static_cast<__m128i*>(p), bits);
-}
-
-#if TAVRIN_TRANSPOSE_AVX512
-template <bool kStream>
-HWY_INLINE void StoreBits(__m256i bits, void* p)
-{
-    if constexpr (kStream)
-        _mm256_stream_si256(static_cast<__m256i*>(p), bits);
-    else
-        _mm256_storeu_si256(static_cast<__m256i*>(p), bits);
-}
+        return _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_NTA);
 #endif
-
-#endif
+    hwy::Prefetch(p);
+}
 
 // Unsigned integers of 8 or 16 bits; kMax is the depth's highest code.
 template <class T, unsigned int kMax>

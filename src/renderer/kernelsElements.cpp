@@ -166,7 +166,7 @@ private:
     {
         for (; count >= kElements; count -= kElements)
         {
-            Prefetch();
+            PrefetchAhead<kStream>();
             const auto elements = Reckon([this](std::size_t i) HWY_ATTR { return hn::LoadU(DFrom(), m_source + i); });
             if constexpr (kStream)
                 hn::Stream(elements, DTo(), m_destination);
@@ -181,7 +181,7 @@ private:
     // Fewer elements than a vector holds.
     HWY_INLINE void Part(std::size_t count)
     {
-        Prefetch();
+        PrefetchAhead<false>();
 #if TAVRIN_TRANSPOSE_AVX512
         // What lies beyond the elements is not even touched: it may be far away.
         const auto load = [=, this](std::size_t i) HWY_ATTR
@@ -214,7 +214,8 @@ private:
         m_count -= count;
     }
 
-    HWY_INLINE void Prefetch()
+    template <bool kStream>
+    HWY_INLINE void PrefetchAhead()
     {
         constexpr std::size_t kBytes = kElements * sizeof(From);
         if (m_leftAhead < static_cast<std::ptrdiff_t>(kBytes))
@@ -223,7 +224,7 @@ private:
             m_leftAhead = PTRDIFF_MAX;
         }
         for (std::size_t i = 0; i < kBytes; i += kCacheLine)
-            hwy::Prefetch(m_ahead + i);
+            Prefetch<kStream>(m_ahead + i);
         m_ahead += kBytes;
         m_leftAhead -= kBytes;
     }

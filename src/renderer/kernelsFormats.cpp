@@ -144,8 +144,12 @@ HWY_INLINE CodeChannels LoadCodes3(const std::uint8_t* p)
 
 #if TAVRIN_PACKS_SATURATE
 
+HWY_INLINE void StoreBlock(__m128i block, void* p)
+{
+    _mm_storeu_si128(static_cast<__m128i*>(p), block);
+}
+
 // Per block of 128 bits, four pixels of three bytes and four bytes that nobody wants; then the pixels of all blocks together.
-template <bool kStream>
 HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint8_t* p)
 {
     const hn::Repartition<std::uint8_t, D> du8;
@@ -154,12 +158,11 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint8_t* p)
 #if TAVRIN_TRANSPOSE_AVX512
     const __m512i places = _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 15, 15, 15, 15);
     const __m512i together = _mm512_permutexvar_epi32(places, pixels.raw);
-    StoreBits<kStream>(_mm512_castsi512_si128(together), p);
-    StoreBits<kStream>(_mm512_extracti32x4_epi32(together, 1), p + 16);
-    StoreBits<kStream>(_mm512_extracti32x4_epi32(together, 2), p + 32);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_castsi512_si256(together));
+    StoreBlock(_mm512_extracti32x4_epi32(together, 2), p + 32);
 #elif HWY_TARGET == HWY_AVX2
     const __m256i together = _mm256_permutevar8x32_epi32(pixels.raw, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
-    StoreBits<false>(_mm256_castsi256_si128(together), p);
+    StoreBlock(_mm256_castsi256_si128(together), p);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 16), _mm256_extracti128_si256(together, 1));
 #else
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), pixels.raw);
@@ -169,9 +172,9 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint8_t* p)
 
 #if TAVRIN_TRANSPOSE_AVX512
 
-// For each lane of one of the registers that 16 pixels fill: what it takes of two registers, the first with the first two channels
-// in turns of so many pixels each, the second with the others.
-template <unsigned int kChannels, unsigned int kTurn>
+// For each lane of one of the registers that 16 pixels fill: what it takes of two that PackShorts gave, the first of the first two
+// channels, the second of the others.
+template <unsigned int kChannels>
 struct PlacesOfShorts
 {
     constexpr explicit PlacesOfShorts(unsigned int whichRegister) : place()
@@ -180,42 +183,32 @@ struct PlacesOfShorts
         {
             const unsigned int pixel = (32 * whichRegister + lane) / kChannels % 16;
             const unsigned int channel = (32 * whichRegister + lane) % kChannels;
-            const unsigned int turn = 2 * (pixel / kTurn) + channel % 2;
-            place[lane] = static_cast<std::uint16_t>(channel / 2 * 32 + turn * kTurn + pixel % kTurn);
+            place[lane] = static_cast<std::uint16_t>(channel / 2 * 32 + pixel / 4 * 8 + channel % 2 * 4 + pixel % 4);
         }
     }
 
     alignas(64) std::uint16_t place[32];
 };
 
-constexpr unsigned int kTurnOfPackShorts = 4;
-
-template <unsigned int kChannels, unsigned int kRegister, unsigned int kTurn = kTurnOfPackShorts>
-HWY_INLINE __m512i InterleaveShorts(__m512i firstTwo, __m512i others)
+template <unsigned int kChannels, unsigned int kRegister>
+HWY_INLINE __m512i InterleaveShorts(Shorts firstTwo, Shorts others)
 {
-    static constexpr PlacesOfShorts<kChannels, kTurn> kPlaces(kRegister);
-    return _mm512_permutex2var_epi16(firstTwo, _mm512_load_si512(kPlaces.place), others);
-}
-
-template <bool kStream, unsigned int kTurn = kTurnOfPackShorts>
-HWY_INLINE void StoreThreeShorts(__m512i firstTwo, __m512i third, std::uint16_t* p)
-{
-    const __m512i low = InterleaveShorts<3, 0, kTurn>(firstTwo, third);
-    const __m512i high = InterleaveShorts<3, 1, kTurn>(firstTwo, third);
-    StoreBits<kStream>(_mm512_castsi512_si256(low), p);
-    StoreBits<kStream>(_mm512_extracti64x4_epi64(low, 1), p + 16);
-    StoreBits<kStream>(_mm512_castsi512_si256(high), p + 32);
+    static constexpr PlacesOfShorts<kChannels> kPlaces(kRegister);
+    return _mm512_permutex2var_epi16(firstTwo.raw, _mm512_load_si512(kPlaces.place), others.raw);
 }
 
 #endif
 
-template <bool kStream>
 HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint16_t* p)
 {
     const Shorts firstTwo = PackShorts(c.c0, c.c1);
     const Shorts third = PackShorts(c.c2, c.c2);
 #if TAVRIN_TRANSPOSE_AVX512
-    StoreThreeShorts<kStream>(firstTwo.raw, third.raw, p);
+    // Halves, none of which crosses a line of the cache where pixels begin on one.
+    const __m512i low = InterleaveShorts<3, 0>(firstTwo, third);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_castsi512_si256(low));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p + 16), _mm512_extracti64x4_epi64(low, 1));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p + 32), _mm512_castsi512_si256(InterleaveShorts<3, 1>(firstTwo, third)));
 #else
     // Each block of 128 bits has four pixels, of 24 bytes.
     const hn::Repartition<std::uint8_t, D> du8;
@@ -235,12 +228,12 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint16_t* p)
     const Shorts low = interleave(0);
     const Shorts high = interleave(1);
 #if HWY_TARGET == HWY_AVX2
-    StoreBits<false>(_mm256_castsi256_si128(low.raw), p);
+    StoreBlock(_mm256_castsi256_si128(low.raw), p);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), _mm256_castsi256_si128(high.raw));
-    StoreBits<false>(_mm256_extracti128_si256(low.raw, 1), p + 12);
+    StoreBlock(_mm256_extracti128_si256(low.raw, 1), p + 12);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 20), _mm256_extracti128_si256(high.raw, 1));
 #else
-    StoreBits<false>(low.raw, p);
+    StoreBlock(low.raw, p);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), high.raw);
 #endif
 #endif
@@ -248,7 +241,7 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint16_t* p)
 
 #else
 
-template <bool kStream, class T>
+template <class T>
 HWY_INLINE void StoreCodes3(CodeChannels const& c, T* p)
 {
     const hn::Rebind<T, D> dt;
@@ -327,8 +320,8 @@ HWY_INLINE void StoreCodes4(CodeChannels const& c, std::uint16_t* p)
 #if TAVRIN_TRANSPOSE_AVX512
     const Shorts firstTwo = PackShorts(c.c0, c.c1);
     const Shorts others = PackShorts(c.c2, c.c3);
-    StoreVector<kStream>(V{_mm512_castsi512_ps(InterleaveShorts<4, 0>(firstTwo.raw, others.raw))}, words);
-    StoreVector<kStream>(V{_mm512_castsi512_ps(InterleaveShorts<4, 1>(firstTwo.raw, others.raw))}, words + 16);
+    StoreVector<kStream>(V{_mm512_castsi512_ps(InterleaveShorts<4, 0>(firstTwo, others))}, words);
+    StoreVector<kStream>(V{_mm512_castsi512_ps(InterleaveShorts<4, 1>(firstTwo, others))}, words + 16);
 #else
     const hn::Repartition<std::uint16_t, D> du16;
     const Shorts even = PackShorts(c.c0, c.c2);
@@ -445,7 +438,7 @@ struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, kLayout
     using T = typename Element::Type;
     using Entry = typename Element::Entry;
     static constexpr std::size_t kPixelBytes = channelsOf(kLayout) * sizeof(T);
-    static constexpr bool kCanStream = hasAlpha(kLayout) || TAVRIN_TRANSPOSE_AVX512;
+    static constexpr bool kCanStream = hasAlpha(kLayout);
 
     static HWY_INLINE void LoadCodes(const std::uint8_t* p, VU& red, VU& green, VU& blue, V& alpha)
     {
@@ -467,7 +460,7 @@ struct CodeFormat : ValuesOfCodes<CodeFormat<kLayout, Element>, Element, kLayout
         if constexpr (hasAlpha(kLayout))
             StoreCodes4<kStream>(c, elements);
         else
-            StoreCodes3<kStream>(c, elements);
+            StoreCodes3(c, elements);
     }
 };
 
@@ -587,16 +580,8 @@ requires(!hasAlpha(kLayout)) struct HalfFormat<kLayout> : CodeFormat<kLayout, El
     {
         const D d;
         const Channels c = InMemoryOrder<kLayout, Channels>(red, green, blue, alpha);
-        const Halfs<D> n0 = FloatsToHalfs(d, c.c0);
-        const Halfs<D> n1 = FloatsToHalfs(d, c.c1);
-        const Halfs<D> n2 = FloatsToHalfs(d, c.c2);
-        std::uint16_t* const elements = reinterpret_cast<std::uint16_t*>(p);
-#if TAVRIN_TRANSPOSE_AVX512
-        const __m512i firstTwo = _mm512_inserti64x4(_mm512_castsi256_si512(n0.raw), n1.raw, 1);
-        StoreThreeShorts<kStream, 16>(firstTwo, _mm512_castsi256_si512(n2.raw), elements);
-#else
-        hn::StoreInterleaved3(n0, n1, n2, hn::Rebind<std::uint16_t, D>(), elements);
-#endif
+        hn::StoreInterleaved3(FloatsToHalfs(d, c.c0), FloatsToHalfs(d, c.c1), FloatsToHalfs(d, c.c2),
+                              hn::Rebind<std::uint16_t, D>(), reinterpret_cast<std::uint16_t*>(p));
     }
 };
 
@@ -778,12 +763,13 @@ private:
 };
 
 // Asks for the source of as many pixels as a vector holds.
+template <bool kStream>
 HWY_INLINE void Prefetch(UpcomingPixels& upcoming)
 {
     const std::uint8_t* const begin = static_cast<const std::uint8_t*>(upcoming.begin);
     const std::size_t bytes = hn::Lanes(D()) * upcoming.pixelBytes;
     for (std::size_t i = 0; i < bytes; i += kCacheLine)
-        hwy::Prefetch(begin + i);
+        Prefetch<kStream>(begin + i);
     upcoming.begin = begin + bytes;
 }
 
@@ -794,7 +780,7 @@ HWY_INLINE void StorePart(Pixels const& pixels, unsigned int begin, unsigned int
     unsigned int i = begin;
     for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
     {
-        Prefetch(upcoming);
+        Prefetch<kStream>(upcoming);
         pixels.template StoreVector<Format, kStream>(i, p);
     }
     if (i < end)
