@@ -149,7 +149,7 @@ private:
         if (auto const arithmetic = _getElementArithmetic(line))
             return _renderElements(*arithmetic, line, lines);
         if (m_usesCodeTables)
-            m_codeTables.reckon(m_running, areOther, m_load, m_store, m_block);
+            m_codeTables.reckon(m_running, areOther, m_load, m_block);
         if (m_codeTables.givePixels())
             return _renderCodes(line, lines);
         _renderValues(line, lines);

@@ -2,7 +2,6 @@
 #include "renderer/codeTables.h"
 
 #include "renderer/CPULut1DOp.h"
-#include "renderer/pixelLayout.h"
 #include "utils/utils.h"
 
 #include <cstring>
@@ -13,7 +12,7 @@ namespace Rendering
 namespace
 {
 
-// To reckon tables takes as long as some hundreds of pixels.
+// To reckon tables takes as long as some hundreds of pixels, and up to thousands where the renderers have little to do.
 constexpr std::size_t kLeastPixels = 4096;
 
 bool isOfBytes(PixelFormat format)
@@ -38,6 +37,49 @@ public:
 
 private:
     std::uint8_t m_bytes[4 * Block::kPixels];
+};
+
+// Values of one channel as the pixels of a depth store them.
+class EntryStore
+{
+public:
+    explicit EntryStore(Tavrin::BitDepth depth)
+        : m_load(getFormatFunctions(Tavrin::PF_RGBA_32f).load), m_store(getFormatFunctions(_rgbaOf(depth)).store)
+    {
+    }
+
+    // Takes a plane of a block, the values of codes from one on, into the tables of lower and upper bytes.
+    void operator()(float const* values, unsigned int entryBytes, std::uint8_t (&table)[2][kCodes], unsigned int firstCode) const
+    {
+        if (entryBytes == 1)
+            return _store(values, table[0] + firstCode);
+        std::uint16_t entries[Block::kPixels];
+        _store(values, entries);
+        for (unsigned int i = 0; i < Block::kPixels; ++i)
+        {
+            table[0][firstCode + i] = static_cast<std::uint8_t>(entries[i]);
+            table[1][firstCode + i] = static_cast<std::uint8_t>(entries[i] >> 8);
+        }
+    }
+
+private:
+    static PixelFormat _rgbaOf(Tavrin::BitDepth depth)
+    {
+        constexpr unsigned int kRgba = static_cast<unsigned int>(Tavrin::PF_RGBA_32f) & ~Color::Utils::kBitDepthMask;
+        return static_cast<PixelFormat>(kRgba | static_cast<unsigned int>(depth));
+    }
+
+    // Four values that follow each other are taken for a pixel, so that they follow each other when they are stored.
+    void _store(float const* values, void* entries) const
+    {
+        constexpr Places kPixels = {0, Block::kPixels / 4};
+        Block pixels;
+        m_load(values, kPixels, pixels);
+        m_store(pixels, kPixels, entries, {entries, 0});
+    }
+
+    LoadFunction m_load;
+    StoreFunction m_store;
 };
 
 } // namespace
@@ -65,16 +107,11 @@ void CodeTables::setEntries(Lut1DParameters const& entries)
     m_setEntries = &entries;
     if (!m_entries)
         m_entries.emplace(m_in, m_out);
-    ChannelOrder const order = orderOf(layoutOf(m_out));
-    CodeEntries::Tables tables{};
-    tables[static_cast<unsigned int>(order.red)] = static_cast<std::uint8_t const*>(entries.table[0]);
-    tables[static_cast<unsigned int>(order.green)] = static_cast<std::uint8_t const*>(entries.table[1]);
-    tables[static_cast<unsigned int>(order.blue)] = static_cast<std::uint8_t const*>(entries.table[2]);
-    m_entries->setTables(tables);
+    auto const table = [&](int channel) { return static_cast<std::uint8_t const*>(entries.table[channel]); };
+    m_entries->setTables({table(0), table(1), table(2), nullptr});
 }
 
-void CodeTables::reckon(RunningRenderers const& renderers, bool areOther, FormatFunctions const& source,
-                        FormatFunctions const& destination, Block& block)
+void CodeTables::reckon(RunningRenderers const& renderers, bool areOther, FormatFunctions const& source, Block& block)
 {
     if (!areOther && m_setEntries == nullptr)
         return;
@@ -83,7 +120,7 @@ void CodeTables::reckon(RunningRenderers const& renderers, bool areOther, Format
     m_givePixels = m_renderers == renderers.size() && CodeEntries::serve(m_out);
     LoadFunction const load = renderers.takesCodes() ? source.loadCodes : source.load;
     if (m_givePixels)
-        _reckonEntries(renderers, load, destination.store, block);
+        _reckonEntries(renderers, load, block);
     else if (m_renderers > 0)
         _reckonValues(renderers, load, block);
 }
@@ -93,35 +130,20 @@ void CodeTables::_reckonValues(RunningRenderers const& renderers, LoadFunction l
     if (!m_values)
         m_values.emplace(m_in);
     _reckonCodes(renderers, load, block,
-                 [&](unsigned int firstCode)
-                 {
-                     float const* const planes[] = {block.red, block.green, block.blue, block.alpha};
-                     for (unsigned int channel = 0; channel < 4; ++channel)
-                         m_functions->setValues(planes[channel], m_values->table[channel], firstCode);
-                 });
+                 [&](unsigned int channel, float const* values, unsigned int firstCode)
+                 { m_functions->setValues(values, m_values->table[channel], firstCode); });
     m_values->missingAlpha = block.alpha[0];
 }
 
-void CodeTables::_reckonEntries(RunningRenderers const& renderers, LoadFunction load, StoreFunction store, Block& block)
+void CodeTables::_reckonEntries(RunningRenderers const& renderers, LoadFunction load, Block& block)
 {
     if (!m_entries)
         m_entries.emplace(m_in, m_out);
-    _reckonCodes(renderers, load, block, [&](unsigned int firstCode) { _storeEntries(block, store, firstCode); });
+    EntryStore const store(Color::Utils::depthOf(m_out));
+    _reckonCodes(renderers, load, block,
+                 [&](unsigned int channel, float const* values, unsigned int firstCode)
+                 { store(values, m_entries->entryBytes, m_bytes[channel], firstCode); });
     m_entries->setTables({m_bytes[0][0], m_bytes[1][0], m_bytes[2][0], m_bytes[3][0]});
-}
-
-void CodeTables::_storeEntries(Block const& block, StoreFunction store, unsigned int firstCode)
-{
-    unsigned int const entryBytes = m_entries->entryBytes;
-    unsigned int const pixelBytes = m_entries->channels * entryBytes;
-    std::uint8_t pixels[8 * Block::kPixels];
-    store(block, {0, Block::kPixels}, pixels, {pixels, 0});
-    for (unsigned int byte = 0; byte < pixelBytes; ++byte)
-    {
-        std::uint8_t* const table = m_bytes[byte / entryBytes][byte % entryBytes] + firstCode;
-        for (unsigned int i = 0; i < Block::kPixels; ++i)
-            table[i] = pixels[i * pixelBytes + byte];
-    }
 }
 
 template <class Take>
@@ -132,7 +154,9 @@ void CodeTables::_reckonCodes(RunningRenderers const& renderers, LoadFunction lo
         CodePixels const pixels(firstCode, Tavrin::getPixelSizeInByte(m_in));
         load(pixels.begin(), {0, Block::kPixels}, block);
         renderers.run(0, m_renderers, block, Block::kPixels, {0, 0});
-        take(firstCode);
+        float const* const planes[] = {block.red, block.green, block.blue, block.alpha};
+        for (unsigned int channel = 0; channel < 4; ++channel)
+            take(channel, planes[channel], firstCode);
     }
 }
 

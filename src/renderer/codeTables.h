@@ -34,8 +34,7 @@ public:
 
     // Reckons the tables of the lines that were prepared, which may be like the lines before. What becomes of the block is of no
     // interest.
-    void reckon(RunningRenderers const& renderers, bool areOther, FormatFunctions const& source, FormatFunctions const& destination,
-                Block& block);
+    void reckon(RunningRenderers const& renderers, bool areOther, FormatFunctions const& source, Block& block);
 
     // How many renderers the tables stand for.
     std::size_t renderers() const { return m_renderers; }
@@ -52,9 +51,8 @@ public:
 
 private:
     void _reckonValues(RunningRenderers const& renderers, LoadFunction load, Block& block);
-    void _reckonEntries(RunningRenderers const& renderers, LoadFunction load, StoreFunction store, Block& block);
-    void _storeEntries(Block const& block, StoreFunction store, unsigned int firstCode);
-    // What the renderers make of the codes, a block after the other.
+    void _reckonEntries(RunningRenderers const& renderers, LoadFunction load, Block& block);
+    // Take is called with a channel, a plane of its values, and the code that the first one belongs to.
     template <class Take>
     void _reckonCodes(RunningRenderers const& renderers, LoadFunction load, Block& block, Take const& take) const;
 
@@ -69,7 +67,7 @@ private:
     // Made when they are needed: they take as long as a hundred pixels.
     std::optional<CodeValues> m_values;
     std::optional<CodeEntries> m_entries;
-    // Of the destination's channels.
+    // Entries of red, green, blue and alpha.
     alignas(64) std::uint8_t m_bytes[4][2][kCodes];
 };
 

@@ -449,10 +449,10 @@ CodeEntries::CodeEntries(Tavrin::PixelFormat in, Tavrin::PixelFormat out)
     {
         for (unsigned int pixel = 0; destination[channel] >= 0 && pixel < CodeArrangement::kPixels; ++pixel)
         {
-            unsigned int const inPixel = static_cast<unsigned int>(destination[channel]);
-            unsigned int const place = placeOfEntry(pixel * channels + inPixel, entryBytes);
+            unsigned int const entry = pixel * channels + static_cast<unsigned int>(destination[channel]);
+            unsigned int const place = placeOfEntry(entry, entryBytes);
             arrangement.put(pixel, channel, place);
-            placesOfChannel[inPixel] |= std::uint64_t{1} << place;
+            placesOfChannel[channel] |= std::uint64_t{1} << place;
         }
     }
 }
@@ -460,10 +460,10 @@ CodeEntries::CodeEntries(Tavrin::PixelFormat in, Tavrin::PixelFormat out)
 void CodeEntries::setTables(Tables const& tables)
 {
     count = 0;
-    for (unsigned int channel = 0; channel < channels; ++channel)
+    for (unsigned int channel = 0; channel < 4; ++channel)
     {
         std::uint8_t const* const bytes = tables[channel];
-        if (bytes == nullptr)
+        if (bytes == nullptr || placesOfChannel[channel] == 0)
             continue;
         auto const isSame = [&](Table const& other) { return std::memcmp(bytes, other.bytes, kCodes * entryBytes) == 0; };
         auto const known = std::find_if(table.begin(), table.begin() + count, isSame);

@@ -50,8 +50,8 @@ struct CodeValues
 class CodeEntries
 {
 public:
-    // For each channel a destination stores: the lower bytes of all entries, then the upper ones if they have any. Null leaves
-    // codes of 8 bits as they are.
+    // Of red, green, blue and alpha: the lower bytes of all entries, then the upper ones if they have any. Null leaves codes of
+    // 8 bits as they are.
     using Tables = std::array<std::uint8_t const*, 4>;
 
     struct Table
@@ -65,13 +65,13 @@ public:
 
     CodeEntries(Tavrin::PixelFormat in, Tavrin::PixelFormat out);
 
-    // Of the destination's channels, in memory order; they are not copied. Those that are equal are looked up together.
+    // They are not copied. Those that are equal are looked up together, and those that the destination does not have not at all.
     void setTables(Tables const& tables);
 
     CodeArrangement arrangement;
-    unsigned int channels;
+    unsigned int channels; // of the destination
     unsigned int entryBytes;
-    std::array<std::uint64_t, 4> placesOfChannel;
+    std::array<std::uint64_t, 4> placesOfChannel; // of red, green, blue and alpha
     unsigned int count;
     std::array<Table, 4> table;
 };

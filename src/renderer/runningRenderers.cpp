@@ -24,20 +24,23 @@ RunningRenderers::RunningRenderers(TransformProcessor const& renderers, Tavrin::
 // What the first renderer wants is asked for; a bypassed one takes values.
 bool RunningRenderers::prepareLines()
 {
-    bool isOther = false;
+    bool areOther = false;
     for (std::size_t i = 0; i < m_running.size(); ++i)
     {
         RunningRenderer& running = m_running[i];
         bool const isBypassed = m_renderers[i].isBypassed();
         LineKernel const kernel =
             isBypassed ? _prepareBypassed(i, running.parameters) : m_renderers[i].prepareLine(running.parameters);
-        isOther |= kernel.function != running.kernel.function || kernel.parameters != running.kernel.parameters;
-        isOther |= running.parameters.takeChange();
-        running.kernel = kernel;
+        bool const hasOtherParameters = running.parameters.takeChange();
+        if (hasOtherParameters || kernel.function != running.kernel.function || kernel.parameters != running.kernel.parameters)
+        {
+            running.kernel = kernel;
+            areOther = true;
+        }
         if (i == 0)
             m_takesCodes = !isBypassed && m_renderers[i].takesCodes();
     }
-    return isOther;
+    return areOther;
 }
 
 std::size_t RunningRenderers::channelwise() const

@@ -154,7 +154,7 @@ std::optional<Rendering::CodeTables> tablesOf(std::vector<Color::Op const*> cons
     Rendering::RunningRenderers running(*renderers, from, to);
     Rendering::Block block;
     tables.emplace(from, to);
-    tables->reckon(running, running.prepareLines(), Rendering::getFormatFunctions(from), Rendering::getFormatFunctions(to), block);
+    tables->reckon(running, running.prepareLines(), Rendering::getFormatFunctions(from), block);
     return tables;
 }
 
@@ -405,10 +405,8 @@ TEST(CodeTables, AreReckonedAgainAfterEntriesOfATableStoodInThem)
             ASSERT_TRUE(running.prepareLines());
             Rendering::Block block;
             Rendering::CodeTables tables(kFormat, kFormat);
-            auto const reckon = [&](bool areOther) {
-                tables.reckon(running, areOther, Rendering::getFormatFunctions(kFormat), Rendering::getFormatFunctions(kFormat),
-                              block);
-            };
+            auto const reckon = [&](bool areOther)
+            { tables.reckon(running, areOther, Rendering::getFormatFunctions(kFormat), block); };
             auto const rendered = [&]
             {
                 std::vector<unsigned char> const source = {1, 2, 3, 4};
