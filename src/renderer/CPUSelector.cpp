@@ -6,6 +6,7 @@
 #include "renderer/kernelsElements.h"
 #include "renderer/pixelLayout.h"
 #include "renderer/runningRenderers.h"
+#include "renderer/shortLines.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -117,6 +118,7 @@ public:
           m_renderers(renderers),
           m_streams(wantsStreaming(source, destination, roi)),
           m_elementLine(getElementLineFunction(in, out)),
+          m_shortLine(m_streams ? getShortLineFunction(in, out) : nullptr),
           m_running(renderers, in, out),
           m_codeTables(in, out),
           m_usesCodeTables(m_codeTables.pay(std::size_t{roi.width} * roi.height))
@@ -163,12 +165,31 @@ private:
 
     void _renderEntries(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
     {
+        if (m_shortLine != nullptr && _pixelsAreAligned(line, lines))
+            return _renderShorts(entries, line, lines);
         EntryStoreFunction const store = m_streams ? m_store.streamEntries : m_store.storeEntries;
         for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
         {
             _load([&](auto const&... places) { m_load.loadCodes(places..., m_block); }, x, line, lines);
             _store([&](auto const&... places) { store(entries, m_block, places...); }, x, line, lines);
         }
+    }
+
+    void _renderShorts(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
+    {
+        for (unsigned int i = line; i < line + lines; ++i)
+            m_shortLine(entries, m_source.line(i), m_destination.line(i), m_roi.width);
+    }
+
+    // Whether the destination's lines begin at multiples of the size of a pixel.
+    bool _pixelsAreAligned(unsigned int line, unsigned int lines) const
+    {
+        for (unsigned int i = line; i < line + lines; ++i)
+        {
+            if (reinterpret_cast<std::uintptr_t>(m_destination.line(i)) % m_destination.pixelBytes() != 0)
+                return false;
+        }
+        return true;
     }
 
     std::optional<ElementArithmetic> _getElementArithmetic(unsigned int line) const
@@ -243,6 +264,8 @@ private:
     bool m_streams;
     // Null where channels do not stay in their places.
     ElementLineFunction m_elementLine;
+    // Null where lines of 16-bit codes have no way of their own.
+    ShortLineFunction m_shortLine;
     RunningRenderers m_running;
     CodeTables m_codeTables;
     bool m_usesCodeTables;

@@ -165,21 +165,28 @@ TEST(DirectEntries, LargePicturesThatAreStreamedHaveTheSameBytesAsTheirRows)
     // From 4 MiB of output on; rows start at all sorts of addresses.
     constexpr unsigned int kWidth = 1027;
     constexpr unsigned int kHeight = 1040;
-    for (auto [from, to] : {std::pair{Tavrin::PF_RGBA_8i, Tavrin::PF_ABGR_8i}, std::pair{Tavrin::PF_RGB_8i, Tavrin::PF_BGRA_8i},
-                            std::pair{Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_16i}})
+    for (auto [from, to] :
+         {std::pair{Tavrin::PF_RGBA_8i, Tavrin::PF_ABGR_8i}, std::pair{Tavrin::PF_RGB_8i, Tavrin::PF_BGRA_8i},
+          std::pair{Tavrin::PF_RGBA_16i, Tavrin::PF_RGBA_16i}, std::pair{Tavrin::PF_BGRA_16i, Tavrin::PF_BGRA_16i},
+          std::pair{Tavrin::PF_ABGR_16i, Tavrin::PF_ABGR_16i}})
     {
         std::size_t const inStride = kWidth * PixelModel::pixelBytes(from);
-        std::size_t const outStride = kWidth * PixelModel::pixelBytes(to);
+        std::size_t const outBytes = kWidth * PixelModel::pixelBytes(to);
         std::vector<unsigned char> const source = PixelModel::randomBytes(kHeight * inStride, 9);
         Lut1DOp const op = threeCurves(Color::Utils::depthOf(from), Color::Utils::depthOf(to));
         Rendering::CPURenderer renderer = rendererOf(transformOf({&op}), from, to);
-        std::vector<unsigned char> whole(kHeight * outStride);
-        renderer.apply(source.data(), whole.data(), Rendering::ROI(0, 0, kWidth, kHeight), 0, 0);
-        std::vector<unsigned char> row(outStride);
-        for (unsigned int y = 0; y < kHeight; ++y)
+        for (unsigned int padding : {0U, 2U})
         {
-            renderer.apply(source.data() + y * inStride, row.data(), Rendering::ROI(0, 0, kWidth, 1), 0, 0);
-            ASSERT_EQ(0, std::memcmp(row.data(), whole.data() + y * outStride, outStride)) << y;
+            std::size_t const outStride = outBytes + padding;
+            std::vector<unsigned char> whole(kHeight * outStride);
+            renderer.apply(source.data(), whole.data(), Rendering::ROI(0, 0, kWidth, kHeight), 0, padding);
+            std::vector<unsigned char> row(outBytes);
+            for (unsigned int y = 0; y < kHeight; ++y)
+            {
+                renderer.apply(source.data() + y * inStride, row.data(), Rendering::ROI(0, 0, kWidth, 1), 0, 0);
+                ASSERT_EQ(0, std::memcmp(row.data(), whole.data() + y * outStride, outBytes))
+                    << Tavrin::pfToStr(from) << ", row " << y << ", padding " << padding;
+            }
         }
     }
 }
