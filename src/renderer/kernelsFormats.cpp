@@ -16,6 +16,7 @@
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
@@ -680,6 +681,43 @@ struct Codes
 
 static_assert(hn::MaxLanes(D()) <= Block::kGap);
 
+// The last pixels of a line, fewer than a vector holds, on their way through a buffer that begins a line of the cache.
+#if TAVRIN_TRANSPOSE_AVX512
+
+// The bytes of a register that are among the first so many.
+HWY_INLINE auto FirstBytes(std::size_t bytes)
+{
+    return hn::FirstN(hn::Repartition<std::uint8_t, D>(), std::min(bytes, kCacheLine));
+}
+
+HWY_INLINE void CopyIn(const std::uint8_t* p, std::size_t bytes, std::uint8_t* buffer)
+{
+    const hn::Repartition<std::uint8_t, D> du8;
+    for (std::size_t i = 0; i < bytes; i += kCacheLine)
+        hn::Store(hn::MaskedLoad(FirstBytes(bytes - i), du8, p + i), du8, buffer + i);
+}
+
+HWY_INLINE void CopyOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
+{
+    const hn::Repartition<std::uint8_t, D> du8;
+    for (std::size_t i = 0; i < bytes; i += kCacheLine)
+        hn::BlendedStore(hn::Load(du8, buffer + i), FirstBytes(bytes - i), du8, p + i);
+}
+
+#else
+
+HWY_INLINE void CopyIn(const std::uint8_t* p, std::size_t bytes, std::uint8_t* buffer)
+{
+    std::memcpy(buffer, p, bytes);
+}
+
+HWY_INLINE void CopyOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
+{
+    std::memcpy(p, buffer, bytes);
+}
+
+#endif
+
 template <class Format, class Content>
 HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
 {
@@ -704,7 +742,7 @@ void Load(void const* source, Places places, Block& block)
     if (i < end)
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes] = {};
-        std::memcpy(rest, p, (end - i) * Format::kPixelBytes);
+        CopyIn(p, (end - i) * Format::kPixelBytes, rest);
         LoadVector<Format, Content>(rest, i, block);
     }
 }
@@ -787,7 +825,7 @@ HWY_INLINE void StorePart(Pixels const& pixels, unsigned int begin, unsigned int
     {
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes];
         pixels.template StoreVector<Format, false>(i, rest);
-        std::memcpy(p, rest, (end - i) * Format::kPixelBytes);
+        CopyOut(rest, (end - i) * Format::kPixelBytes, p);
     }
 }
 
