@@ -25,8 +25,6 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <bool kIsReverse, bool kClamps, bool kScales>
 struct CDLSteps : CDLParameters
 {
-    static constexpr std::size_t kVectorsOfCurve = kManyVectors;
-
     HWY_INLINE void Run(Block& block, unsigned int count, Outputs outputs) const
     {
         if constexpr (!kIsReverse)
@@ -37,17 +35,29 @@ struct CDLSteps : CDLParameters
     }
 
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int channel) const
+    HWY_INLINE V ToExponent(D d, V& v, int channel) const
     {
-        const auto slopes = hn::Set(d, slope[channel]);
-        const auto offsets = hn::Set(d, offset[channel]);
+        V x = v;
         if constexpr (!kIsReverse)
+            x = ScaleAndOffset(d, ScaleUnlessOne<kScales>(d, v, inScale), slope[channel], offset[channel]);
+        if constexpr (!kClamps)
+            v = x;
+        // The power's own choice of what is above 0 does for the lower clamp.
+        return ExponentOfPowerWhereAboveZero(d, x, kClamps ? AtMost(x, hn::Set(d, 1.0F)) : x, power[channel]);
+    }
+
+    template <class D, class V>
+    HWY_INLINE V FromExponent(D d, V const& v, V const& exponent, int channel) const
+    {
+        V p = PowerOfExponent(d, exponent, power[channel]);
+        if constexpr (!kClamps) // Negative values pass through.
+            p = wide::IfThenElse(wide::Lt(v, hn::Zero(d)), v, p);
+        if constexpr (kIsReverse)
         {
-            const V scaled = ScaleUnlessOne<kScales>(d, in, inScale);
-            return RaiseToPower(d, wide::Add(wide::Mul(scaled, slopes), offsets), power[channel]);
+            p = wide::Mul(wide::Add(p, hn::Set(d, offset[channel])), hn::Set(d, slope[channel]));
+            p = ScaleUnlessOne<kScales>(d, ClampIfAny(d, p), outScale);
         }
-        const V v = wide::Mul(wide::Add(RaiseToPower(d, in, power[channel]), offsets), slopes);
-        return ScaleUnlessOne<kScales>(d, ClampIfAny(d, v), outScale);
+        return p;
     }
 
     // The saturation, with what else comes before the curves or after them.
@@ -55,16 +65,16 @@ struct CDLSteps : CDLParameters
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
         if constexpr (kIsReverse)
-            ForEach([&](V& v) HWY_ATTR { v = ClampIfAny(d, ScaleUnlessOne<kScales>(d, v, inScale)); }, r, g, b);
+            OnColors([&](V& v) HWY_ATTR { v = ClampIfAny(d, ScaleUnlessOne<kScales>(d, v, inScale)); }, r, g, b);
         Saturate(d, r, g, b);
         if constexpr (!kIsReverse)
-            ForEach([&](V& v) HWY_ATTR { v = ScaleUnlessOne<kScales>(d, ClampIfAny(d, v), outScale); }, r, g, b);
+            OnColors([&](V& v) HWY_ATTR { v = ScaleUnlessOne<kScales>(d, ClampIfAny(d, v), outScale); }, r, g, b);
         a = hn::Mul(a, hn::Set(d, alphaScale));
     }
 
 private:
     template <class Function, class... Vectors>
-    static HWY_INLINE void ForEach(Function const& function, Vectors&... vectors)
+    static HWY_INLINE void OnColors(Function const& function, Vectors&... vectors)
     {
         (function(vectors), ...);
     }
@@ -80,15 +90,6 @@ private:
     }
 
     template <class D, class V>
-    static HWY_INLINE V RaiseToPower(D d, V v, float exponent)
-    {
-        if constexpr (kClamps) // The power's own choice of what is above 0 does for the lower clamp.
-            return PowerOfPositive(d, AtMost(v, hn::Set(d, 1.0F)), exponent, v, hn::Zero(d));
-        else // Negative values pass through.
-            return wide::IfThenElse(wide::Lt(v, hn::Zero(d)), v, Power(d, v, exponent));
-    }
-
-    template <class D, class V>
     HWY_INLINE void Saturate(D d, V& r, V& g, V& b) const
     {
         // Luma of ITU-R BT.709. The added zero is the fourth lane's share, and turns a negative zero around.
@@ -96,7 +97,7 @@ private:
         const V green = hn::Mul(g, hn::Set(d, 0.7152F));
         const V blue = hn::Mul(b, hn::Set(d, 0.0722F));
         const V luma = hn::Add(hn::Add(red, green), hn::Add(blue, hn::Zero(d)));
-        ForEach([&](V& v) HWY_ATTR { v = hn::Add(luma, hn::Mul(hn::Set(d, saturation), hn::Sub(v, luma))); }, r, g, b);
+        OnColors([&](V& v) HWY_ATTR { v = hn::Add(luma, hn::Mul(hn::Set(d, saturation), hn::Sub(v, luma))); }, r, g, b);
     }
 };
 
@@ -105,10 +106,8 @@ struct CDL : CDLParameters
 {
     void RunBlock(Block& block, unsigned int count, Outputs outputs) const
     {
-        if (inScale == 1.0F && outScale == 1.0F)
-            CDLSteps<kIsReverse, kClamps, false>{*this}.Run(block, count, outputs);
-        else
-            CDLSteps<kIsReverse, kClamps, true>{*this}.Run(block, count, outputs);
+        WithScalesIfAny([&](auto scales) HWY_ATTR { CDLSteps<kIsReverse, kClamps, scales>{*this}.Run(block, count, outputs); },
+                        inScale, outScale);
     }
 };
 

@@ -17,21 +17,30 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-template <bool kHasContrast>
-struct ExposureContrast : ExposureContrastParameters
+struct ExposureAndContrast : ExposureContrastParameters
+{
+    template <class D, class V>
+    HWY_INLINE V ToExponent(D d, V const& in, int /*channel*/) const
+    {
+        const V v = wide::Mul(in, hn::Set(d, inScale));
+        return ExponentOfPowerWhereAboveZero(d, v, v, contrast);
+    }
+
+    template <class D, class V>
+    HWY_INLINE V FromExponent(D d, V const& /*in*/, V const& exponent, int /*channel*/) const
+    {
+        return wide::Mul(PowerOfExponent(d, exponent, contrast), hn::Set(d, outScale));
+    }
+};
+
+struct ExposureAlone : ExposureContrastParameters
 {
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int /*channel*/) const
     {
-        V v = wide::Mul(in, hn::Set(d, inScale));
-        if constexpr (kHasContrast)
-            v = Power(d, v, contrast);
-        return wide::Mul(v, hn::Set(d, outScale));
+        return wide::Mul(wide::Mul(in, hn::Set(d, inScale)), hn::Set(d, outScale));
     }
 };
-
-using ExposureAndContrast = ExposureContrast<true>;
-using ExposureAlone = ExposureContrast<false>;
 
 } // namespace Rendering::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();

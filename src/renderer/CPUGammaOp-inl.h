@@ -23,13 +23,17 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <bool kScales>
 struct GammaBasicCurves : GammaBasicParameters
 {
-    static constexpr std::size_t kVectorsOfCurve = kManyVectors;
-
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int channel) const
+    HWY_INLINE V ToExponent(D d, V const& in, int channel) const
     {
         const V x = ScaleUnlessOne<kScales>(d, in, inScale);
-        return ScaleUnlessOne<kScales>(d, Power(d, x, exponent[channel]), outScale);
+        return ExponentOfPowerWhereAboveZero(d, x, x, exponent[channel]);
+    }
+
+    template <class D, class V>
+    HWY_INLINE V FromExponent(D d, V const& /*in*/, V const& e, int channel) const
+    {
+        return ScaleUnlessOne<kScales>(d, PowerOfExponent(d, e, exponent[channel]), outScale);
     }
 };
 
@@ -37,10 +41,8 @@ struct GammaBasic : GammaBasicParameters
 {
     void RunBlock(Block& block, unsigned int count, Outputs outputs) const
     {
-        if (inScale == 1.0F && outScale == 1.0F)
-            RunCurves(GammaBasicCurves<false>{*this}, block, count, outputs);
-        else
-            RunCurves(GammaBasicCurves<true>{*this}, block, count, outputs);
+        WithScalesIfAny([&](auto scales) HWY_ATTR { RunCurves(GammaBasicCurves<scales>{*this}, block, count, outputs); }, inScale,
+                        outScale);
     }
 };
 
@@ -49,16 +51,27 @@ template <bool kIsForward, bool kScales>
 struct GammaMoncurveCurves : GammaMoncurveParameters
 {
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int channel) const
+    HWY_INLINE V ToExponent(D d, V const& in, int channel) const
     {
-        V p;
         if constexpr (kIsForward) // Above the break, which is not below 0, there is an offset to be above 0.
-            p = ScaleUnlessOne<kScales>(
-                d, PowerOfPositive(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]), depthScale);
+            return ExponentOfPower(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]);
+        else if constexpr (!kScales)
+            return ExponentOfPower(d, in, gamma[channel]);
+        else // A number above the break may be so small that its scale makes it zero.
+        {
+            const V x = wide::Mul(in, hn::Set(d, depthScale));
+            return ExponentOfPowerWhereAboveZero(d, x, x, gamma[channel]);
+        }
+    }
+
+    template <class D, class V>
+    HWY_INLINE V FromExponent(D d, V const& in, V const& e, int channel) const
+    {
+        V p = PowerOfExponent(d, e, gamma[channel]);
+        if constexpr (kIsForward)
+            p = ScaleUnlessOne<kScales>(d, p, depthScale);
         else
-            p = wide::Sub(
-                wide::Mul(Power(d, ScaleUnlessOne<kScales>(d, in, depthScale), gamma[channel]), hn::Set(d, scale[channel])),
-                hn::Set(d, offset[channel]));
+            p = wide::Sub(wide::Mul(p, hn::Set(d, scale[channel])), hn::Set(d, offset[channel]));
         return wide::IfThenElse(wide::Lt(hn::Set(d, breakPoint[channel]), in), p, wide::Mul(in, hn::Set(d, slope[channel])));
     }
 };
@@ -68,10 +81,9 @@ struct GammaMoncurve : GammaMoncurveParameters
 {
     void RunBlock(Block& block, unsigned int count, Outputs outputs) const
     {
-        if (depthScale == 1.0F)
-            RunCurves(GammaMoncurveCurves<kIsForward, false>{*this}, block, count, outputs);
-        else
-            RunCurves(GammaMoncurveCurves<kIsForward, true>{*this}, block, count, outputs);
+        WithScalesIfAny([&](auto scales) HWY_ATTR
+                        { RunCurves(GammaMoncurveCurves<kIsForward, scales>{*this}, block, count, outputs); },
+                        depthScale);
     }
 };
 

@@ -7,6 +7,7 @@
 #endif
 
 #include "renderer/CPULogOp.h"
+#include "renderer/curveLoop-inl.h"
 #include "renderer/limit-inl.h"
 #include "renderer/scaleAndOffset-inl.h"
 #include "renderer/vectorMath-inl.h"
@@ -23,11 +24,13 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <class D, class V>
 HWY_INLINE V FlooredLog2(D d, V x)
 {
-    return Log2OfPositive(d, AtLeast(x, hn::Set(d, 1.17549435e-38F)));
+    return Log2(d, AtLeast(x, hn::Set(d, 1.17549435e-38F)));
 }
 
 struct Log : LogParameters
 {
+    static constexpr std::size_t kVectors = kFewVectors;
+
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int /*channel*/) const
     {
@@ -37,6 +40,8 @@ struct Log : LogParameters
 
 struct AntiLog : AntiLogParameters
 {
+    static constexpr std::size_t kVectors = kManyVectors;
+
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int /*channel*/) const
     {
@@ -57,6 +62,8 @@ struct LinToLog : FilmLogParameters
 
 struct LogToLin : FilmLogParameters
 {
+    static constexpr std::size_t kVectors = kManyVectors;
+
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, int channel) const
     {

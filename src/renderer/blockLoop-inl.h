@@ -46,21 +46,11 @@ HWY_INLINE void RunAt(Kernel const& kernel, Block& block, unsigned int i, ImageP
         StoreVectors(alpha, d, block.alpha + i);
 }
 
-// How many vectors a kernel wants together.
-template <class Kernel>
-constexpr unsigned int VectorsOf()
-{
-    if constexpr (requires { Kernel::kVectors; })
-        return Kernel::kVectors;
-    else
-        return 1;
-}
-
 template <Outputs kOutputs, class Kernel>
 HWY_INLINE void RunOverVectorsFor(Kernel const& kernel, Block& block, unsigned int count, ImagePosition position)
 {
     const unsigned int lanes = static_cast<unsigned int>(hn::Lanes(hn::ScalableTag<float>()));
-    constexpr unsigned int kVectors = VectorsOf<Kernel>();
+    constexpr unsigned int kVectors = VectorsOf<Kernel, 1>();
     unsigned int i = 0;
     for (; i + kVectors * lanes <= count; i += kVectors * lanes)
         RunAt<kOutputs, kVectors>(kernel, block, i, position);
@@ -80,15 +70,16 @@ HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int 
 
 // Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
 // image position of the vectors' first pixel, which the others follow in the same row. A kernel whose channels do not know each
-// other has an operation Curve(d, values, channel) instead, on one vector or several; one that works in several steps over many
-// vectors has an operation RunBlock(block, count, outputs).
+// other has an operation Curve(d, values, channel) instead, on one vector or several, or ToExponent and FromExponent if that is a
+// power; one that works in several steps over many vectors has an operation RunBlock(block, count, outputs). All of it becomes one
+// function: what the compiler leaves outside reads its constants from memory again and again.
 template <class Kernel, class Parameters>
-void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position, Outputs outputs)
+HWY_FLATTEN void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position, Outputs outputs)
 {
     const Kernel kernel{*static_cast<Parameters const*>(parameters)};
     if constexpr (requires { kernel.RunBlock(block, count, outputs); })
         kernel.RunBlock(block, count, outputs);
-    else if constexpr (requires { &Kernel::template Curve<hn::ScalableTag<float>, hn::VFromD<hn::ScalableTag<float>>>; })
+    else if constexpr (kIsPower<Kernel> || kIsCurve<Kernel>)
         RunCurves(kernel, block, count, outputs);
     else
         RunOverVectors(kernel, block, count, position, outputs);

@@ -14,7 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <utility>
+#include <type_traits>
 
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
@@ -28,28 +28,101 @@ inline constexpr std::size_t kCurveVectors = HWY_TARGET <= HWY_AVX3 ? 8 : 4;
 // For kernels that gain more by eight vectors on AVX2 than they lose by the room that these take outside of the registers.
 inline constexpr std::size_t kManyVectors = HWY_TARGET <= HWY_AVX2 ? 8 : 4;
 
-// Kernels may tell how many they want.
-template <class Kernel>
-constexpr std::size_t CurveVectorsOf()
+// For short curves, as each of the two steps of a power is.
+inline constexpr std::size_t kFewVectors = 4;
+
+// Takes a step at all places of a plane: several vectors at a time, and what remains one by one.
+template <std::size_t kVectors, class Step>
+HWY_INLINE void TakeStep(Step const& step, std::size_t count)
 {
-    if constexpr (requires { Kernel::kVectorsOfCurve; })
-        return Kernel::kVectorsOfCurve;
-    else
-        return kCurveVectors;
+    const std::size_t lanes = hn::Lanes(hn::ScalableTag<float>());
+    std::size_t i = 0;
+    for (; i + kVectors * lanes <= count; i += kVectors * lanes)
+        step.template At<kVectors>(i);
+    for (; i < count; i += lanes)
+        step.template At<1>(i);
 }
 
-// Replaces the values of a plane by those of a curve, an operation Curve(d, values, channel) on one vector or several.
+template <class Kernel>
+inline constexpr bool kIsCurve = requires(Kernel const& kernel, hn::VFromD<hn::ScalableTag<float>> value)
+{
+    kernel.Curve(hn::ScalableTag<float>(), value, 0);
+};
+
+template <class Kernel>
+inline constexpr bool kIsPower = requires(Kernel const& kernel, hn::VFromD<hn::ScalableTag<float>>& value)
+{
+    kernel.ToExponent(hn::ScalableTag<float>(), value, 0);
+};
+
+// A whole curve.
+template <class Kernel>
+struct CurveStep
+{
+    Kernel const& kernel;
+    int channel;
+    float* plane;
+
+    template <std::size_t kVectors>
+    HWY_INLINE void At(std::size_t i) const
+    {
+        const hn::ScalableTag<float> d;
+        StoreVectors(kernel.Curve(d, LoadVectors<kVectors>(d, plane + i), channel), d, plane + i);
+    }
+};
+
+// The two steps of a power.
+template <class Kernel>
+struct ToExponentStep
+{
+    Kernel const& kernel;
+    int channel;
+    float* plane;
+    float* exponents;
+
+    template <std::size_t kVectors>
+    HWY_INLINE void At(std::size_t i) const
+    {
+        const hn::ScalableTag<float> d;
+        auto values = LoadVectors<kVectors>(d, plane + i);
+        const auto exponent = kernel.ToExponent(d, values, channel);
+        StoreVectors(values, d, plane + i); // First, so that the compiler sees where they are what they were.
+        StoreVectors(exponent, d, exponents + i);
+    }
+};
+
+template <class Kernel>
+struct FromExponentStep
+{
+    Kernel const& kernel;
+    int channel;
+    float* plane;
+    float const* exponents;
+
+    template <std::size_t kVectors>
+    HWY_INLINE void At(std::size_t i) const
+    {
+        const hn::ScalableTag<float> d;
+        const auto values = LoadVectors<kVectors>(d, plane + i);
+        StoreVectors(kernel.FromExponent(d, values, LoadVectors<kVectors>(d, exponents + i), channel), d, plane + i);
+    }
+};
+
+// Replaces the values of a plane by those of a curve, an operation Curve(d, values, channel) on one vector or several. A power has
+// two instead: ToExponent(d, values, channel) gives the exponent of 2, and may change the values into what FromExponent(d, values,
+// exponents, channel) wants to know of them. The loop of each needs so few registers, and its operations wait so little for each
+// other, that both take less time than one loop.
 template <class Kernel>
 HWY_INLINE void RunCurve(Kernel const& kernel, int channel, float* plane, std::size_t count)
 {
-    const hn::ScalableTag<float> d;
-    const std::size_t lanes = hn::Lanes(d);
-    constexpr std::size_t kVectors = CurveVectorsOf<Kernel>();
-    std::size_t i = 0;
-    for (; i + kVectors * lanes <= count; i += kVectors * lanes)
-        StoreVectors(kernel.Curve(d, LoadVectors<kVectors>(d, plane + i), channel), d, plane + i);
-    for (; i < count; i += lanes)
-        StoreVectors(kernel.Curve(d, LoadVectors<1>(d, plane + i), channel), d, plane + i);
+    if constexpr (kIsPower<Kernel>)
+    {
+        alignas(64) float exponents[Block::kPixels];
+        TakeStep<kFewVectors>(ToExponentStep<Kernel>{kernel, channel, plane, exponents}, count);
+        TakeStep<kFewVectors>(FromExponentStep<Kernel>{kernel, channel, plane, exponents}, count);
+    }
+    else
+        TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, plane}, count);
 }
 
 // Red, green and blue.
@@ -81,8 +154,9 @@ HWY_INLINE void RunAlphaCurve(Kernel const& kernel, float* plane, std::size_t co
     if (!IsUniform(plane, count))
         return RunCurve(kernel, kAlpha, plane, count);
     const hn::ScalableTag<float> d;
-    const auto alpha = kernel.Curve(d, hn::Load(d, plane), kAlpha);
-    for (std::size_t i = 0; i < count; i += hn::Lanes(d))
+    RunCurve(kernel, kAlpha, plane, 1);
+    const auto alpha = hn::Load(d, plane);
+    for (std::size_t i = hn::Lanes(d); i < count; i += hn::Lanes(d))
         hn::Store(alpha, d, plane + i);
 }
 

@@ -10,6 +10,8 @@
 
 #include <hwy/highway.h>
 
+#include <type_traits>
+
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
 {
@@ -21,6 +23,17 @@ template <class D, class V>
 HWY_INLINE V ScaleAndOffset(D d, V value, float scale, float offset)
 {
     return wide::Add(wide::Mul(value, hn::Set(d, scale)), hn::Set(d, offset));
+}
+
+// Calls a function with whether any of the scales is other than 1, as a constant.
+template <class Function, class... Scales>
+HWY_INLINE void WithScalesIfAny(Function const& function, Scales... scales)
+{
+    const bool areAllOne = ((scales == 1.0F) && ...);
+    if (areAllOne)
+        function(std::false_type());
+    else
+        function(std::true_type());
 }
 
 // A multiplication that is left out where it is known to be by 1.

@@ -42,7 +42,7 @@ HWY_INLINE auto const& At(T const& argument)
 }
 
 template <std::size_t kPlace, class Function, class... Arguments>
-HWY_INLINE auto CallAt(Function const& function, Arguments const&... arguments)
+HWY_INLINE decltype(auto) CallAt(Function const& function, Arguments const&... arguments)
 {
     return function(At<kPlace>(arguments)...);
 }
@@ -63,6 +63,20 @@ HWY_INLINE auto AtEach(Function const& function, Arguments const&... arguments)
         return function(arguments...);
     else
         return CallAtPlaces(std::make_index_sequence<kCount>(), function, arguments...);
+}
+
+template <class Function, std::size_t... kPlaces, class... Arguments>
+HWY_INLINE void DoAtPlaces(std::index_sequence<kPlaces...>, Function const& function, Arguments const&... arguments)
+{
+    (CallAt<kPlaces>(function, arguments...), ...);
+}
+
+// Hands the vectors of each place to a function that gives nothing.
+template <class Function, class... Arguments>
+HWY_INLINE void ForEach(Function const& function, Arguments const&... arguments)
+{
+    constexpr std::size_t kCount = std::max({std::size_t{1}, kCountOf<Arguments>...});
+    DoAtPlaces(std::make_index_sequence<kCount>(), function, arguments...);
 }
 
 template <std::size_t... kPlaces, class D>
@@ -91,6 +105,16 @@ HWY_INLINE void StoreVectors(Several<V, kCount> const& vectors, D d, float* to)
 {
     for (std::size_t i = 0; i < kCount; ++i)
         hn::Store(vectors.each[i], d, to + i * hn::Lanes(d));
+}
+
+// How many vectors a kernel wants together; it may tell.
+template <class Kernel, std::size_t kUsual>
+constexpr std::size_t VectorsOf()
+{
+    if constexpr (requires { Kernel::kVectors; })
+        return Kernel::kVectors;
+    else
+        return kUsual;
 }
 
 // The functions on vectors, for one vector or several.
@@ -122,6 +146,7 @@ TAVRIN_WIDE(Lt)
 TAVRIN_WIDE(Max)
 TAVRIN_WIDE(Min)
 TAVRIN_WIDE(Mul)
+TAVRIN_WIDE(MulAdd)
 TAVRIN_WIDE(Neg)
 TAVRIN_WIDE(Or)
 TAVRIN_WIDE(RebindMask)
@@ -140,20 +165,6 @@ template <int kBits, class V>
 HWY_INLINE auto ShiftRight(V const& vectors)
 {
     return AtEach([](auto const& v) HWY_ATTR { return hn::ShiftRight<kBits>(v); }, vectors);
-}
-
-template <class D, class M>
-HWY_INLINE bool AllFalse(D d, M mask)
-{
-    return hn::AllFalse(d, mask);
-}
-template <class D, class M, std::size_t kCount>
-HWY_INLINE bool AllFalse(D d, Several<M, kCount> const& masks)
-{
-    M any = masks.each[0];
-    for (std::size_t i = 1; i < kCount; ++i)
-        any = hn::Or(any, masks.each[i]);
-    return hn::AllFalse(d, any);
 }
 
 } // namespace wide

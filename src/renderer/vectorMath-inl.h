@@ -12,101 +12,11 @@
 
 #include <hwy/highway.h>
 
-#include <limits>
-
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
 {
 
 namespace hn = hwy::HWY_NAMESPACE;
-
-// The constant term of the exponential's polynomial.
-inline constexpr float kExp2Constant = 1.0000026F;
-
-// The polynomial of 2 to the power f, from 0 to 1.
-template <class D, class V>
-HWY_INLINE V Exp2OfFraction(D d, V f, hn::VFromD<D> constantTerm)
-{
-    V p = wide::Add(wide::Mul(hn::Set(d, 0.013534168F), f), hn::Set(d, 0.05201146F));
-    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.24144275F));
-    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.69300383F));
-    return wide::Add(wide::Mul(p, f), constantTerm);
-}
-
-// 2 to the power x, times what the polynomial's constant term is off its own. Exponents that have no place in a normal float are
-// limited before the conversion to integer, whose result for them differs from target to target: at the limits the bits of the
-// scale are those of zero and of infinity, which is what the power is below -126 and from 128 on. A NaN counts as the lower limit.
-template <class D, class V = hn::VFromD<D>>
-HWY_INLINE V LimitedExp2(D d, V x, hn::VFromD<D> constantTerm)
-{
-    const hn::RebindToSigned<D> di;
-    const V limited = AtMost(AtLeast(x, hn::Set(d, -126.5F)), hn::Set(d, 128.5F));
-    // The integer part is one below for what is not at least 0, so that the fraction is in 0 to 1; for negative whole numbers it
-    // is 1.
-    const auto truncated = TruncateInRange(d, limited);
-    const auto isNegative = wide::RebindMask(di, wide::Lt(limited, hn::Zero(d)));
-    const auto integer = wide::Add(truncated, wide::VecFromMask(di, isNegative));
-    const V p = Exp2OfFraction(d, wide::Sub(limited, wide::ConvertTo(d, integer)), constantTerm);
-    const V scale = wide::BitCast(d, wide::ShiftLeft<23>(wide::Add(integer, hn::Set(di, 127))));
-    return wide::Mul(scale, p);
-}
-
-#if HWY_TARGET <= HWY_AVX3
-// Whether one of the numbers does not differ from its floor, or is a NaN.
-template <class D, class V>
-HWY_INLINE bool HasWhole(D d, V const& x, V const& floor)
-{
-    return !wide::AllFalse(d, AtEach([](auto number, auto below) HWY_ATTR
-                                     { return hn::Mask512<float>{_mm512_cmp_ps_mask(number.raw, below.raw, _CMP_EQ_UQ)}; },
-                                     x, floor));
-}
-
-HWY_INLINE __mmask16 WantedLanes()
-{
-    return 0xffff;
-}
-template <class V>
-HWY_INLINE __mmask16 WantedLanes(V value, V limit)
-{
-    return _mm512_cmp_ps_mask(value.raw, limit.raw, _CMP_GT_OQ);
-}
-
-// x times 2 to the power of a whole number, where the sum of the exponents is above -126, and the value above the limit if there
-// are these two; else zero.
-template <class V, class... ValueAndLimit>
-HWY_INLINE V ScaledWhereAbove(V const& x, V const& exponent, V const& floor, ValueAndLimit const&... valueAndLimit)
-{
-    return AtEach(
-        [](auto number, auto e, auto whole, auto... condition) HWY_ATTR
-        {
-            const __mmask16 isWanted = WantedLanes(condition...);
-            const __mmask16 isNormal = _mm512_mask_cmp_ps_mask(isWanted, e.raw, _mm512_set1_ps(-126.0F), _CMP_GT_OQ);
-            return hn::Vec512<float>{_mm512_maskz_scalef_ps(isNormal, number.raw, whole.raw)};
-        },
-        x, exponent, floor, valueAndLimit...);
-}
-#endif
-
-// LimitedExp2, or, with a value and a limit, LimitedExp2 where the value is above the limit and zero elsewhere.
-template <class D, class V, class... ValueAndLimit>
-HWY_INLINE V Exp2WhereAbove(D d, V const& x, hn::VFromD<D> constantTerm, ValueAndLimit const&... valueAndLimit)
-{
-#if HWY_TARGET <= HWY_AVX3
-    if constexpr (sizeof(hn::VFromD<D>) == 64)
-    {
-        // Rounding down and scaling by a power of two are one instruction each, which knows overflow. Negative whole numbers,
-        // infinity and NaN do not fit: they are among the numbers that do not differ from their floor.
-        const V floor = wide::Floor(x);
-        if (HWY_LIKELY(!HasWhole(d, x, floor)))
-            return ScaledWhereAbove(Exp2OfFraction(d, wide::Sub(x, floor), constantTerm), x, floor, valueAndLimit...);
-    }
-#endif
-    const V power = LimitedExp2(d, x, constantTerm);
-    if constexpr (sizeof...(valueAndLimit) == 0)
-        return power;
-    else
-        return wide::IfThenElseZero(wide::Gt(valueAndLimit...), power);
-}
 
 // The one NaN that these functions give.
 template <class D, class V = hn::VFromD<D>>
@@ -115,67 +25,207 @@ HWY_INLINE V QuietNaN(D d)
     return hn::BitCast(d, hn::Set(hn::RebindToUnsigned<D>(), 0x7fc00000U));
 }
 
-// 2 to the power x. A NaN gives the quiet NaN.
-template <class D, class V = hn::VFromD<D>>
-HWY_INLINE V Exp2(D d, V x)
+// The polynomial of 2 to the power f, from 0 to 1.
+template <class D, class V>
+HWY_INLINE V Exp2OfFraction(D d, V const& f)
 {
-    return wide::IfThenElse(wide::Eq(x, x), Exp2WhereAbove(d, x, hn::Set(d, kExp2Constant)), QuietNaN(d));
+    V p = wide::Add(wide::Mul(hn::Set(d, 0.013534168F), f), hn::Set(d, 0.05201146F));
+    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.24144275F));
+    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.69300383F));
+    return wide::Add(wide::Mul(p, f), hn::Set(d, 1.0000026F));
 }
 
-// A polynomial of the mantissa in 1 to 2, plus the exponent, whose field is handed in with the bits of x above it cleared.
-template <class D, class VU, class V = hn::VFromD<D>>
-HWY_INLINE V Log2OfMantissaAndExponent(D d, V x, VU exponentBits)
+// Exponents that have no place in a normal float become -126.5 or 128.5, whose powers are made of the bits of zero and of infinity:
+// that is what the power is below -126 and from 128 on. A NaN counts as the lower limit.
+template <class D, class V>
+HWY_INLINE V Limited(D d, V const& x)
+{
+    return AtMost(AtLeast(x, hn::Set(d, -126.5F)), hn::Set(d, 128.5F));
+}
+
+// 2 to the power x, for every x but a NaN.
+template <class D, class V>
+HWY_INLINE V LimitedExp2(D d, V const& x)
+{
+    const hn::RebindToSigned<D> di;
+    const V limited = Limited(d, x);
+    // The integer part is one below for what is not at least 0, so that the fraction is in 0 to 1; for negative whole numbers it
+    // is 1.
+    const auto truncated = TruncateInRange(d, limited);
+    const auto isNegative = wide::RebindMask(di, wide::Lt(limited, hn::Zero(d)));
+    const auto integer = wide::Add(truncated, wide::VecFromMask(di, isNegative));
+    const V p = Exp2OfFraction(d, wide::Sub(limited, wide::ConvertTo(d, integer)));
+    const V scale = wide::BitCast(d, wide::ShiftLeft<23>(wide::Add(integer, hn::Set(di, 127))));
+    return wide::Mul(scale, p);
+}
+
+#if HWY_TARGET <= HWY_AVX2
+// The integer part as above, as a float.
+template <class D, class V>
+HWY_INLINE V IntegerPart(D d, V const& x)
+{
+    const V floor = wide::Floor(x);
+    const auto isNegativeWhole = wide::And(wide::Eq(x, floor), wide::Lt(x, hn::Zero(d)));
+    return wide::Sub(floor, wide::IfThenElseZero(isNegativeWhole, hn::Set(d, 1.0F)));
+}
+#endif
+
+#if HWY_TARGET <= HWY_AVX3
+// Whether all numbers are above their floors. Whole numbers, infinity and NaN are not.
+template <class V>
+HWY_INLINE bool AreAboveFloors(V const& x, V const& floor)
+{
+    __mmask16 areAbove = 0xffff;
+    ForEach([&](auto number, auto below) HWY_ATTR
+            { areAbove = _mm512_mask_cmp_ps_mask(areAbove, number.raw, below.raw, _CMP_GT_OQ); },
+            x, floor);
+    return areAbove == 0xffff;
+}
+
+// Whether the floors are the integer parts of all numbers: also of whole ones from 0 on.
+template <class D, class V>
+HWY_INLINE bool AreFloorsIntegerParts(D d, V const& x, V const& floor)
+{
+    bool areAll = true;
+    ForEach(
+        [&](auto number, auto below) HWY_ATTR
+        {
+            const auto isSmall = hn::And(hn::Ge(number, hn::Zero(d)), hn::Lt(number, hn::Set(d, 128.0F)));
+            areAll = areAll & hn::AllTrue(d, hn::Or(hn::Gt(number, below), isSmall));
+        },
+        x, floor);
+    return areAll;
+}
+
+// A number times 2 to the power of the exponent's floor, or zero where the exponent is not above -126.
+template <class V>
+HWY_INLINE V ScaledIfNormal(V const& numbers, V const& exponents)
+{
+    return AtEach(
+        [](auto number, auto exponent) HWY_ATTR
+        {
+            const __mmask16 isNormal = _mm512_cmp_ps_mask(exponent.raw, _mm512_set1_ps(-126.0F), _CMP_GT_OQ);
+            return hn::Vec512<float>{_mm512_maskz_scalef_ps(isNormal, number.raw, exponent.raw)};
+        },
+        numbers, exponents);
+}
+
+// Rounding down and scaling by a power of two are one instruction each, which knows overflow. They do not fit for negative whole
+// numbers, infinity and NaN.
+template <bool kKeepsNaN, class D, class V>
+HWY_INLINE V QuickExp2(D d, V const& x)
+{
+    const V floor = wide::Floor(x);
+    V fraction = wide::Sub(x, floor);
+    V exponent = x;
+    if (HWY_UNLIKELY(!AreAboveFloors(x, floor)) && !AreFloorsIntegerParts(d, x, floor))
+    {
+        const V limited = Limited(d, x);
+        const V integer = IntegerPart(d, limited);
+        fraction = wide::Sub(limited, integer);
+        exponent = wide::Add(integer, hn::Set(d, 0.5F)); // Whose floor is the integer, though it be -127.
+        if constexpr (kKeepsNaN)
+        {
+            const auto isNumber = wide::Eq(x, x);
+            fraction = wide::IfThenElse(isNumber, fraction, QuietNaN(d));
+            exponent = wide::IfThenElse(isNumber, exponent, hn::Zero(d));
+        }
+    }
+    return ScaledIfNormal(Exp2OfFraction(d, fraction), exponent);
+}
+#elif HWY_TARGET <= HWY_AVX2
+// Whether none is below 2^-63, of numbers from 0 to 1: from there on all have this bit.
+template <class D, class V>
+HWY_INLINE bool AreAboveZero(D d, V const& x)
 {
     const hn::RebindToUnsigned<D> du;
-    const hn::RebindToSigned<D> di;
-    const VU mantissa = wide::AndNot(hn::Set(du, 0x7f800000U), wide::BitCast(du, x));
-    const V m = wide::BitCast(d, wide::Or(mantissa, hn::Set(du, 0x3f800000U)));
-    const auto exponent = wide::Sub(wide::BitCast(di, wide::ShiftRight<23>(exponentBits)), hn::Set(di, 127));
+    const auto bit = hn::Set(du, 1U << 29);
+    auto all = bit;
+    ForEach([&](auto number) HWY_ATTR { all = hn::And(all, hn::BitCast(du, number)); }, x);
+    return hn::AllTrue(du, hn::Eq(all, bit));
+}
+
+// LimitedExp2 with a few instructions less, and with some more where there is a whole number.
+template <class D, class V>
+HWY_INLINE V QuickExp2(D d, V const& x)
+{
+    const V limited = Limited(d, x);
+    V integer = wide::Floor(limited);
+    if (HWY_UNLIKELY(!AreAboveZero(d, wide::Sub(limited, integer))))
+        integer = IntegerPart(d, limited);
+    const V p = Exp2OfFraction(d, wide::Sub(limited, integer));
+    // In floats around 1.5 * 2^23 the last bits are those of an integer.
+    const V sum = wide::Add(integer, hn::Set(d, 12582912.0F + 127.0F));
+    return wide::Mul(wide::BitCast(d, wide::ShiftLeft<23>(wide::BitCast(hn::RebindToUnsigned<D>(), sum))), p);
+}
+#endif
+
+// 2 to the power x. A NaN gives the quiet NaN.
+template <class D, class V>
+HWY_INLINE V Exp2(D d, V const& x)
+{
+#if HWY_TARGET <= HWY_AVX3
+    if constexpr (sizeof(hn::VFromD<D>) == 64)
+        return QuickExp2<true>(d, x);
+#endif
+    return wide::IfThenElse(wide::Eq(x, x), LimitedExp2(d, x), QuietNaN(d));
+}
+
+// The logarithm to base 2 of a positive, normal x: a polynomial of the mantissa in 1 to 2, plus the exponent. What it gives for
+// other x means nothing, but is finite.
+template <class D, class V>
+HWY_INLINE V Log2(D d, V const& x)
+{
+    const hn::RebindToUnsigned<D> du;
+    const auto bits = wide::BitCast(du, x);
+    const auto mantissaBits = wide::Or(wide::AndNot(hn::Set(du, 0x7f800000U), bits), hn::Set(du, 0x3f800000U));
+    const V m = wide::BitCast(d, mantissaBits);
+    // What the mantissa lacks of the bits is the exponent times 2^23. Its product is exact, so that a fused addition, where there
+    // is one, gives the same sum as any.
+    const V exponent = wide::ConvertTo(d, wide::BitCast(hn::RebindToSigned<D>(), wide::Sub(bits, mantissaBits)));
 
     V p = wide::Sub(wide::Mul(hn::Set(d, 0.044873614F), m), hn::Set(d, 0.41656372F));
     p = wide::Add(wide::Mul(p, m), hn::Set(d, 1.6311488F));
     p = wide::Sub(wide::Mul(p, m), hn::Set(d, 3.550793F));
     p = wide::Add(wide::Mul(p, m), hn::Set(d, 5.091711F));
     p = wide::Sub(wide::Mul(p, m), hn::Set(d, 2.800364F));
-    return wide::Add(p, wide::ConvertTo(d, exponent));
+    return wide::MulAdd(exponent, hn::Set(d, 0x1p-23F), p);
 }
 
-// The logarithm to base 2 of a positive, normal x. What it gives for other x means nothing, but is finite.
-template <class D, class V = hn::VFromD<D>>
-HWY_INLINE V Log2(D d, V x)
+// The exponent of 2 for x to the power e. What it gives for x that are not above 0 means nothing.
+template <class D, class V>
+HWY_INLINE V ExponentOfPower(D d, V const& x, float e)
 {
-    const hn::RebindToUnsigned<D> du;
-    return Log2OfMantissaAndExponent(d, x, wide::And(wide::BitCast(du, x), hn::Set(du, 0x7f800000U)));
+    return wide::Mul(hn::Set(d, e == e ? e : 0.0F), Log2(d, x));
 }
 
-// The same where nobody asks for the logarithm of an x whose sign is set.
-template <class D, class V = hn::VFromD<D>>
-HWY_INLINE V Log2OfPositive(D d, V x)
+// The same, or where another value is not above 0 an exponent whose power is zero.
+template <class D, class V>
+HWY_INLINE V ExponentOfPowerWhereAboveZero(D d, V const& value, V const& x, float e)
 {
-    return Log2OfMantissaAndExponent(d, x, wide::BitCast(hn::RebindToUnsigned<D>(), x));
+    return wide::IfThenElse(wide::Gt(value, hn::Zero(d)), ExponentOfPower(d, x, e), hn::Set(d, -126.5F));
 }
 
-// x to the power e; what it gives for x that are not above 0 means nothing. With a value and a limit it is +0 where the value is
-// not above the limit. A NaN as exponent gives the quiet NaN, by way of the constant term, which does not cost anything where one
-// exponent stands for many x.
-template <class D, class V, class... ValueAndLimit>
-HWY_INLINE V PowerOfPositive(D d, V const& x, float e, ValueAndLimit const&... valueAndLimit)
+// The power from that. A NaN as e gives the quiet NaN. Exponents are hardly ever whole numbers: the logarithm of 1 is a bit off 0.
+template <class D, class V>
+HWY_INLINE V PowerOfExponent(D d, V const& exponent, float e)
 {
-    const float constantTerm = e == e ? kExp2Constant : std::numeric_limits<float>::quiet_NaN();
-    const V exponent = wide::Mul(hn::Set(d, e), Log2OfPositive(d, x));
-    return Exp2WhereAbove(d, exponent, hn::Set(d, constantTerm), valueAndLimit...);
+    if (HWY_UNLIKELY(e != e))
+        return wide::IfThenElseZero(wide::Gt(exponent, hn::Set(d, -126.0F)), QuietNaN(d));
+#if HWY_TARGET <= HWY_AVX3
+    return QuickExp2<false>(d, exponent);
+#elif HWY_TARGET <= HWY_AVX2
+    return QuickExp2(d, exponent);
+#else
+    return LimitedExp2(d, exponent);
+#endif
 }
 
 // x to the power e; +0 for every x that is not above 0, NaN included.
-template <class D, class V>
-HWY_INLINE V Power(D d, V const& x, float e)
-{
-    return PowerOfPositive(d, x, e, x, hn::Zero(d));
-}
 template <class D, class V = hn::VFromD<D>>
 HWY_INLINE V Power(D d, V x, V e)
 {
-    return wide::IfThenElseZero(wide::Gt(x, hn::Zero(d)), Exp2(d, wide::Mul(e, Log2OfPositive(d, x))));
+    return wide::IfThenElseZero(wide::Gt(x, hn::Zero(d)), Exp2(d, wide::Mul(e, Log2(d, x))));
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -95,6 +95,18 @@ float grey(ExposureContrastOp const& op, float value)
 
 } // namespace
 
+// Whose power is not a number either, except for what is not above 0.
+TEST(ExposureContrastRenderer, TakesAContrastThatIsNotANumberAsItIs)
+{
+    ExposureContrastOp const op = ec(Style::Linear, {0.0, std::nan(""), 0.18});
+    forEveryTarget(
+        [&]
+        {
+            std::vector<float> const out = render(op, {0.5F, 0.0F, -1.0F, 1.0F, 2.0F, std::nanf(""), 1.0F, 1.0F});
+            expectSameFloats({NAN, 0.0F, 0.0F, 1.0F, NAN, 0.0F, NAN, 1.0F}, out);
+        });
+}
+
 TEST(ExposureContrastRenderer, TheKindFollowsFromTheStyle)
 {
     EXPECT_THAT(kindsOf(ec(Style::Video, kSettings[0])), ElementsAre(RendererKind::ECVideoRenderer));

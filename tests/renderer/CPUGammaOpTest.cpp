@@ -133,6 +133,24 @@ TEST(GammaRenderer, MoncurveChoosesLineOrPowerOnEveryInstructionSet)
                              });
 }
 
+// Where the logarithm times the gamma is a negative whole number, the exponential takes the number below as the integer part.
+TEST(GammaRenderer, BasicHasTheBitsOfItsFormulaWhereTheExponentOfTwoIsWhole)
+{
+    float const exponent = 10.0F;
+    std::vector<float> pixels;
+    for (float x = 0x1p-12F; x < 0x1p-7F && pixels.size() < 64; x = std::nextafter(x, 1.0F))
+    {
+        float const exponentOfTwo = exponent * PolynomialModel::log2(x);
+        if (exponentOfTwo == std::floor(exponentOfTwo))
+            pixels.insert(pixels.end(), {x, std::nextafter(x, 1.0F), x, 0.5F});
+    }
+    ASSERT_EQ(pixels.size(), 64U) << "too few of these numbers";
+    std::vector<float> expected;
+    for (float const x : pixels)
+        expected.push_back(PolynomialModel::power(x, exponent));
+    forEveryTarget([&] { expectSameFloats(expected, render(gamma(Style::BasicFwd, {exponent}), pixels)); });
+}
+
 TEST(GammaRenderer, TakesTheScalesOfItsDepthsIntoItsConstants)
 {
     expectScalesOfDepths(gamma(Style::BasicFwd, kBasic),

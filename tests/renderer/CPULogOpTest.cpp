@@ -130,6 +130,23 @@ TEST(LogRenderer, FollowsTheFormulasOnEveryInstructionSet)
     }
 }
 
+// Blocks of whole numbers alone, of those from 0 on among fractions, and of numbers that are none of it.
+TEST(LogRenderer, TheAntiLogarithmHasTheBitsOfItsFormulaForWholeNumbers)
+{
+    std::vector<float> values;
+    for (int i = -200; i < 200; ++i)
+        values.push_back(static_cast<float>(i));
+    for (int i = 0; i < 512; ++i)
+        values.push_back(i % 3 == 0 ? static_cast<float>(i / 64) : static_cast<float>(i - 256) / 3.0F);
+    for (int i = 0; i < 512; ++i)
+        values.push_back(i % 7 == 0 ? -0.0F : i % 11 == 0 ? INFINITY : i % 13 == 0 ? -INFINITY : i % 17 == 0 ? NAN : 0.5F);
+    std::vector<float> const pixels = greys(values);
+    std::vector<float> expected;
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+        expected.push_back(i % 4 == 3 ? pixels[i] : PolynomialModel::exp2(pixels[i]));
+    forEveryTarget([&] { expectSameFloats(expected, render(logOp(Style::AntiLog2), pixels)); });
+}
+
 TEST(LogRenderer, TakesTheScalesOfItsDepthsIntoItsConstants)
 {
     for (unsigned int i = 0; i < 6; ++i)

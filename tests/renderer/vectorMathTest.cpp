@@ -3,6 +3,8 @@
 #include "renderer/plainVectorMath.h"
 #include "renderer/rendererHarness.h"
 
+#include "transform/gammaOp.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -335,6 +337,22 @@ TEST(VectorMathLong, Log2HasTheBitsOfItsFormulaForEveryFloat)
         {
             Floats const expected = mapped(x, &PlainVectorMath::log2);
             forEveryTarget([&] { expectSameFloats(expected, allLog2(x)); });
+        });
+}
+
+TEST(VectorMathLong, PowersHaveTheBitsOfTheirFormulaForEveryFloat)
+{
+    if (!wantsLongTests())
+        GTEST_SKIP() << "set TAVRIN_LONG_TESTS to run it";
+    constexpr float kExponent = 2.4F;
+    Color::GammaOp::Params const params{kExponent};
+    Color::GammaOp const op(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, "", "", {}, Color::GammaOp::GammaStyle::BasicFwd, params,
+                            params, params, params);
+    forAllFloats(
+        [&](Floats const& x)
+        {
+            Floats const expected = mapped(x, [](float value) { return PlainVectorMath::power(value, kExponent); });
+            forEveryTarget([&] { expectSameFloats(expected, render(op, x)); });
         });
 }
 
