@@ -15,6 +15,7 @@ namespace Rendering
 struct ScaleParameters
 {
     static constexpr bool kIsChannelwise = true;
+    static constexpr bool kIsCheap = true;
 
     float scale[4]; // red, green, blue, alpha
 
@@ -31,6 +32,7 @@ struct ScaleParameters
 struct ScaleWithOffsetParameters
 {
     static constexpr bool kIsChannelwise = true;
+    static constexpr bool kIsCheap = true;
 
     float scale[4];
     float offset[4];

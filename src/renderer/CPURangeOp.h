@@ -9,6 +9,7 @@ namespace Rendering
 struct RangeParameters
 {
     static constexpr bool kIsChannelwise = true;
+    static constexpr bool kIsCheap = true;
 
     float scale;
     float offset;

@@ -120,8 +120,10 @@ void CodeTables::reckon(RunningRenderers const& renderers, bool areOther, Format
     m_givePixels = m_renderers == renderers.size() && CodeEntries::serve(m_out);
     LoadFunction const load = renderers.takesCodes() ? source.loadCodes : source.load;
     if (m_givePixels)
-        _reckonEntries(renderers, load, block);
-    else if (m_renderers > 0)
+        return _reckonEntries(renderers, load, block);
+    if (renderers.areCheap(m_renderers))
+        m_renderers = 0;
+    else
         _reckonValues(renderers, load, block);
 }
 

@@ -50,6 +50,12 @@ std::size_t RunningRenderers::channelwise() const
     return static_cast<std::size_t>(end - m_running.begin());
 }
 
+bool RunningRenderers::areCheap(std::size_t renderers) const
+{
+    return std::all_of(m_running.begin(), m_running.begin() + static_cast<std::ptrdiff_t>(renderers),
+                       [](RunningRenderer const& running) { return running.kernel.isCheap; });
+}
+
 std::optional<ElementArithmetic> RunningRenderers::getElementArithmetic(unsigned int channels, ImagePosition position) const
 {
     if (m_running.size() != 1 || m_running[0].kernel.elementArithmetic == nullptr)

@@ -39,6 +39,8 @@ public:
     bool takesCodes() const { return m_takesCodes; }
     // How many renderers, from the first on, see each channel for itself:
     std::size_t channelwise() const;
+    // Whether the first so many have little to do:
+    bool areCheap(std::size_t renderers) const;
     // What a lone renderer that treats all channels alike does to the elements of a line, from some place on:
     std::optional<ElementArithmetic> getElementArithmetic(unsigned int channels, ImagePosition position) const;
 

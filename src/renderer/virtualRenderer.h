@@ -43,12 +43,14 @@ struct LineKernel
     bool keepsAlpha = false;
     // Each channel follows from itself alone, wherever the pixel stands.
     bool isChannelwise = false;
+    // Takes no more time than a look-up of its results.
+    bool isCheap = false;
     // Null where channels are never alike.
     ElementArithmeticFunction elementArithmetic = nullptr;
 };
 
-// Parameters may tell that they keep alpha, that channels do not know each other, or what they do to elements; of those that do not
-// the contrary is taken.
+// Parameters may tell that they keep alpha, that channels do not know each other, that there is little to do, or what they do to
+// elements; of those that do not the contrary is taken.
 template <class Parameters>
 LineKernel makeLineKernel(BlockFunction function, Parameters const& parameters)
 {
@@ -57,6 +59,8 @@ LineKernel makeLineKernel(BlockFunction function, Parameters const& parameters)
         kernel.keepsAlpha = parameters.keepsAlpha();
     if constexpr (requires { Parameters::kIsChannelwise; })
         kernel.isChannelwise = true;
+    if constexpr (requires { Parameters::kIsCheap; })
+        kernel.isCheap = true;
     if constexpr (requires { parameters.getElementArithmetic(0U, ImagePosition()); })
         kernel.elementArithmetic = [](void const* p, unsigned int channels, ImagePosition position)
         { return static_cast<Parameters const*>(p)->getElementArithmetic(channels, position); };
