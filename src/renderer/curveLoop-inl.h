@@ -140,10 +140,13 @@ HWY_INLINE bool IsUniform(float const* plane, std::size_t count)
     const hn::ScalableTag<std::int32_t> di;
     std::int32_t first;
     std::memcpy(&first, plane, sizeof first);
-    bool isUniform = true;
-    for (std::size_t i = 0; i < count && isUniform; i += hn::Lanes(di))
-        isUniform = hn::AllTrue(di, hn::Eq(hn::Load(di, reinterpret_cast<std::int32_t const*>(plane + i)), hn::Set(di, first)));
-    return isUniform;
+    auto difference = hn::Zero(di);
+    for (std::size_t i = 0; i < count; i += hn::Lanes(di))
+    {
+        const auto values = hn::Load(di, reinterpret_cast<std::int32_t const*>(plane + i));
+        difference = hn::Or(difference, hn::Xor(values, hn::Set(di, first)));
+    }
+    return hn::AllTrue(di, hn::Eq(difference, hn::Zero(di)));
 }
 
 // Pictures without holes have one alpha all over, which is worth one vector's work only.
@@ -167,17 +170,23 @@ HWY_INLINE void ScalePlane(float* plane, std::size_t count, float scale)
         hn::Store(hn::Mul(hn::Load(d, plane + i), hn::Set(d, scale)), d, plane + i);
 }
 
-// All channels of a kernel with curves. Where its parameters have a scale for alpha, that has no curve.
+// Where the parameters have a scale for alpha, that has no curve.
+template <class Kernel>
+HWY_INLINE void RunAlpha(Kernel const& kernel, float* plane, std::size_t count)
+{
+    if constexpr (requires { kernel.alphaScale; })
+        ScalePlane(plane, count, kernel.alphaScale);
+    else
+        RunAlphaCurve(kernel, plane, count);
+}
+
+// All channels of a kernel with curves. Alpha comes first: if one vector stands for all, the colours begin while that is reckoned.
 template <class Kernel>
 HWY_INLINE void RunCurves(Kernel const& kernel, Block& block, std::size_t count, Outputs outputs)
 {
+    if (outputs == Outputs::ColorsAndAlpha)
+        RunAlpha(kernel, block.alpha, count);
     RunColorCurves(kernel, block, count);
-    if (outputs == Outputs::Colors)
-        return;
-    if constexpr (requires { kernel.alphaScale; })
-        ScalePlane(block.alpha, count, kernel.alphaScale);
-    else
-        RunAlphaCurve(kernel, block.alpha, count);
 }
 
 } // namespace Rendering::HWY_NAMESPACE
