@@ -24,6 +24,8 @@ namespace
 // is rendered whole, in strips or in small regions.
 constexpr std::size_t kStreamedBytes = std::size_t{4} << 20;
 
+constexpr std::size_t kCacheLine = 64;
+
 // The lines of one side of a call.
 template <class Byte>
 class Lines
@@ -168,11 +170,12 @@ private:
         if (m_shortLine != nullptr && _pixelsAreAligned(line, lines))
             return _renderShorts(entries, line, lines);
         EntryStoreFunction const store = m_streams ? m_store.streamEntries : m_store.storeEntries;
-        for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
-        {
-            _load([&](auto const&... places) { m_load.loadCodes(places..., m_block); }, x, line, lines);
-            _store([&](auto const&... places) { store(entries, m_block, places...); }, x, line, lines);
-        }
+        _forEachPart(line, lines,
+                     [&](Part const& part)
+                     {
+                         _load(part, [&](auto const&... places) { m_load.loadCodes(places..., m_block); });
+                         _store(part, [&](auto const&... places) { store(entries, m_block, places...); });
+                     });
     }
 
     void _renderShorts(Lut1DParameters const& entries, unsigned int line, unsigned int lines)
@@ -222,35 +225,62 @@ private:
     void _renderBlocks(Load const& load, unsigned int line, unsigned int lines)
     {
         StoreFunction const store = m_streams ? m_store.stream : m_store.store;
-        for (unsigned int x = 0; x < m_roi.width; x += Block::kPixels)
-        {
-            _load(load, x, line, lines);
-            m_running.run(m_codeTables.renderers(), m_running.size(), m_block, lines * _pixelsOfBlock(x),
-                          {m_roi.x + x, m_roi.y + line});
-            _store([&](auto const&... places) { store(m_block, places...); }, x, line, lines);
-        }
+        _forEachPart(line, lines,
+                     [&](Part const& part)
+                     {
+                         _load(part, load);
+                         m_running.run(m_codeTables.renderers(), m_running.size(), m_block, part.lines * part.count,
+                                       {m_roi.x + part.x, m_roi.y + part.line});
+                         _store(part, [&](auto const&... places) { store(m_block, places...); });
+                     });
     }
 
-    // Of each of its lines.
-    unsigned int _pixelsOfBlock(unsigned int x) const { return std::min(m_roi.width - x, Block::kPixels); }
+    // What the block holds at a time: so many pixels of each of some lines.
+    struct Part
+    {
+        unsigned int line;
+        unsigned int lines;
+        unsigned int x;
+        unsigned int count;
+    };
+
+    template <class Render>
+    void _forEachPart(unsigned int line, unsigned int lines, Render const& render)
+    {
+        unsigned int count = std::min(m_roi.width, _pixelsOfFirstBlock(line));
+        for (unsigned int x = 0; x < m_roi.width; x += count, count = std::min(m_roi.width - x, Block::kPixels))
+            render(Part{line, lines, x, count});
+    }
+
+    // Whole lines of the cache go past it faster than parts, so of long lines the blocks that stream begin with one, where pixels
+    // ever do.
+    unsigned int _pixelsOfFirstBlock(unsigned int line) const
+    {
+        auto const address = reinterpret_cast<std::uintptr_t>(m_destination.line(line));
+        bool const pays = m_streams && m_roi.width > 2 * Block::kPixels;
+        for (unsigned int pixels = 1; pays && pixels < Block::kPixels; ++pixels)
+        {
+            if ((address + std::size_t{pixels} * m_destination.pixelBytes()) % kCacheLine == 0)
+                return pixels;
+        }
+        return Block::kPixels;
+    }
 
     // Load is called with where pixels come from, and with their places in the block.
     template <class Load>
-    void _load(Load const& load, unsigned int x, unsigned int line, unsigned int lines)
+    void _load(Part const& part, Load const& load)
     {
-        unsigned int const count = _pixelsOfBlock(x);
-        for (unsigned int i = 0; i < lines; ++i)
-            load(m_source.pixel(line + i, x), Places{i * count, count});
+        for (unsigned int i = 0; i < part.lines; ++i)
+            load(m_source.pixel(part.line + i, part.x), Places{i * part.count, part.count});
     }
 
     // Store is called with places of the block, where their pixels go, and which pixels to ask for meanwhile.
     template <class Store>
-    void _store(Store const& store, unsigned int x, unsigned int line, unsigned int lines)
+    void _store(Part const& part, Store const& store)
     {
-        unsigned int const count = _pixelsOfBlock(x);
-        for (unsigned int i = 0; i < lines; ++i)
-            store(Places{i * count, count}, m_destination.pixel(line + i, x),
-                  m_source.following(line + i, x + count, m_roi.width, lines));
+        for (unsigned int i = 0; i < part.lines; ++i)
+            store(Places{i * part.count, part.count}, m_destination.pixel(part.line + i, part.x),
+                  m_source.following(part.line + i, part.x + part.count, m_roi.width, part.lines));
     }
 
     SourceLines const& m_source;

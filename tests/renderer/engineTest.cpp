@@ -260,23 +260,28 @@ TEST(Engine, RendersInPlace)
 
 TEST(Engine, LargePicturesThatAreStreamedHaveTheSameBytesAsSmallOnes)
 {
-    // 5.2 MB of output are streamed; a row alone is not. Rows start at all sorts of addresses.
+    // 5.2 MB of output are streamed; a row alone is not. Rows start at all sorts of addresses, and the noise of a dither follows
+    // the place in the picture.
     constexpr unsigned int kWidth = 1027;
     constexpr unsigned int kHeight = 320;
     MatrixOp const op = mixing();
+    constexpr unsigned int kDitherRows = 64; // after which the noise repeats, if not before
+    Color::DitherOp const dither(Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_32f, Tavrin::BIT_DEPTH_8i);
     std::vector<unsigned char> const source = PixelModel::sensiblePixels(Tavrin::PF_RGB_16i, kWidth * kHeight, 9);
     for (PixelFormat out : {Tavrin::PF_RGBA_32f, Tavrin::PF_ABGR_32f, Tavrin::PF_RGB_32f})
     {
         std::size_t const bytes = PixelModel::pixelBytes(out);
-        Rendering::CPURenderer renderer = rendererOf(transformOf({&op}), Tavrin::PF_RGB_16i, out);
-        std::vector<unsigned char> whole(kWidth * kHeight * bytes * 2);
-        unsigned char* const unaligned = whole.data() + 4;
-        renderer.apply(source.data(), unaligned, ROI(0, 0, kWidth, kHeight), 0, 0);
-        std::vector<unsigned char> row(kWidth * bytes);
-        for (unsigned int y = 0; y < kHeight; ++y)
+        Rendering::CPURenderer renderer = rendererOf(transformOf({&op, &dither}), Tavrin::PF_RGB_16i, out);
+        for (unsigned int shift : {0U, 4U, 20U})
         {
-            renderer.apply(source.data() + y * kWidth * 6, row.data(), ROI(0, 0, kWidth, 1), 0, 0);
-            ASSERT_EQ(0, std::memcmp(row.data(), unaligned + y * kWidth * bytes, row.size())) << y;
+            std::vector<unsigned char> whole(kWidth * kHeight * bytes + shift);
+            renderer.apply(source.data(), whole.data() + shift, ROI(0, 0, kWidth, kHeight), 0, 0);
+            std::vector<unsigned char> rows(kWidth * kDitherRows * bytes);
+            for (unsigned int y = 0; y < kHeight; y += kDitherRows)
+            {
+                renderer.apply(source.data() + y * kWidth * 6, rows.data(), ROI(0, 0, kWidth, kDitherRows), 0, 0);
+                ASSERT_EQ(0, std::memcmp(rows.data(), whole.data() + shift + y * kWidth * bytes, rows.size())) << y;
+            }
         }
     }
 }
