@@ -20,6 +20,8 @@ struct Block
     alignas(64) float green[kPixels + kGap];
     alignas(64) float blue[kPixels + kGap];
     alignas(64) float alpha[kPixels + kGap];
+    // Room for what a kernel keeps from one loop to the next.
+    alignas(64) float interim[kPixels + kGap];
 };
 
 // Some places of a block, one after the other.

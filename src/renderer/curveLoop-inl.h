@@ -113,13 +113,12 @@ struct FromExponentStep
 // exponents, channel) wants to know of them. The loop of each needs so few registers, and its operations wait so little for each
 // other, that both take less time than one loop.
 template <class Kernel>
-HWY_INLINE void RunCurve(Kernel const& kernel, int channel, float* plane, std::size_t count)
+HWY_INLINE void RunCurve(Kernel const& kernel, int channel, float* plane, Block& block, std::size_t count)
 {
     if constexpr (kIsPower<Kernel>)
     {
-        alignas(64) float exponents[Block::kPixels];
-        TakeStep<kFewVectors>(ToExponentStep<Kernel>{kernel, channel, plane, exponents}, count);
-        TakeStep<kFewVectors>(FromExponentStep<Kernel>{kernel, channel, plane, exponents}, count);
+        TakeStep<kFewVectors>(ToExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
+        TakeStep<kFewVectors>(FromExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
     }
     else
         TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, plane}, count);
@@ -131,7 +130,7 @@ HWY_INLINE void RunColorCurves(Kernel const& kernel, Block& block, std::size_t c
 {
     float* const planes[] = {block.red, block.green, block.blue};
     for (int channel = 0; channel < 3; ++channel)
-        RunCurve(kernel, channel, planes[channel], count);
+        RunCurve(kernel, channel, planes[channel], block, count);
 }
 
 // Whether the vectors that hold the values are bit for bit the same, and of one value.
@@ -151,16 +150,16 @@ HWY_INLINE bool IsUniform(float const* plane, std::size_t count)
 
 // Pictures without holes have one alpha all over, which is worth one vector's work only.
 template <class Kernel>
-HWY_INLINE void RunAlphaCurve(Kernel const& kernel, float* plane, std::size_t count)
+HWY_INLINE void RunAlphaCurve(Kernel const& kernel, Block& block, std::size_t count)
 {
     constexpr int kAlpha = 3;
-    if (!IsUniform(plane, count))
-        return RunCurve(kernel, kAlpha, plane, count);
+    if (!IsUniform(block.alpha, count))
+        return RunCurve(kernel, kAlpha, block.alpha, block, count);
     const hn::ScalableTag<float> d;
-    RunCurve(kernel, kAlpha, plane, 1);
-    const auto alpha = hn::Load(d, plane);
+    RunCurve(kernel, kAlpha, block.alpha, block, 1);
+    const auto alpha = hn::Load(d, block.alpha);
     for (std::size_t i = hn::Lanes(d); i < count; i += hn::Lanes(d))
-        hn::Store(alpha, d, plane + i);
+        hn::Store(alpha, d, block.alpha + i);
 }
 
 HWY_INLINE void ScalePlane(float* plane, std::size_t count, float scale)
@@ -172,12 +171,12 @@ HWY_INLINE void ScalePlane(float* plane, std::size_t count, float scale)
 
 // Where the parameters have a scale for alpha, that has no curve.
 template <class Kernel>
-HWY_INLINE void RunAlpha(Kernel const& kernel, float* plane, std::size_t count)
+HWY_INLINE void RunAlpha(Kernel const& kernel, Block& block, std::size_t count)
 {
     if constexpr (requires { kernel.alphaScale; })
-        ScalePlane(plane, count, kernel.alphaScale);
+        ScalePlane(block.alpha, count, kernel.alphaScale);
     else
-        RunAlphaCurve(kernel, plane, count);
+        RunAlphaCurve(kernel, block, count);
 }
 
 // All channels of a kernel with curves. Alpha comes first: if one vector stands for all, the colours begin while that is reckoned.
@@ -185,7 +184,7 @@ template <class Kernel>
 HWY_INLINE void RunCurves(Kernel const& kernel, Block& block, std::size_t count, Outputs outputs)
 {
     if (outputs == Outputs::ColorsAndAlpha)
-        RunAlpha(kernel, block.alpha, count);
+        RunAlpha(kernel, block, count);
     RunColorCurves(kernel, block, count);
 }
 
