@@ -256,14 +256,14 @@ private:
     // ever do.
     unsigned int _pixelsOfFirstBlock(unsigned int line) const
     {
+        if (!m_streams || m_roi.width <= 2 * Block::kPixels)
+            return Block::kPixels;
         auto const address = reinterpret_cast<std::uintptr_t>(m_destination.line(line));
-        bool const pays = m_streams && m_roi.width > 2 * Block::kPixels;
-        for (unsigned int pixels = 1; pays && pixels < Block::kPixels; ++pixels)
-        {
-            if ((address + std::size_t{pixels} * m_destination.pixelBytes()) % kCacheLine == 0)
-                return pixels;
-        }
-        return Block::kPixels;
+        unsigned int pixels = 0;
+        while (pixels < kCacheLine && (address + std::size_t{pixels} * m_destination.pixelBytes()) % kCacheLine != 0)
+            ++pixels;
+        // None are before a line of the cache, or no pixel begins on one.
+        return pixels % kCacheLine == 0 ? Block::kPixels : pixels;
     }
 
     // Load is called with where pixels come from, and with their places in the block.
