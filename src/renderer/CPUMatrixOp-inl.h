@@ -7,7 +7,7 @@
 #endif
 
 #include "renderer/CPUMatrixOp.h"
-#include "renderer/scaleAndOffset-inl.h"
+#include "renderer/nanOrder-inl.h"
 
 #include <hwy/highway.h>
 
@@ -22,10 +22,10 @@ struct Scale : ScaleParameters
     template <class D, class V>
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
-        r = hn::Mul(r, hn::Set(d, scale[0]));
-        g = hn::Mul(g, hn::Set(d, scale[1]));
-        b = hn::Mul(b, hn::Set(d, scale[2]));
-        a = hn::Mul(a, hn::Set(d, scale[3]));
+        r = MulInOrder(hn::Set(d, scale[0]), r);
+        g = MulInOrder(hn::Set(d, scale[1]), g);
+        b = MulInOrder(hn::Set(d, scale[2]), b);
+        a = MulInOrder(hn::Set(d, scale[3]), a);
     }
 };
 
@@ -34,20 +34,28 @@ struct ScaleWithOffset : ScaleWithOffsetParameters
     template <class D, class V>
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
-        r = ScaleAndOffset(d, r, scale[0], offset[0]);
-        g = ScaleAndOffset(d, g, scale[1], offset[1]);
-        b = ScaleAndOffset(d, b, scale[2], offset[2]);
-        a = ScaleAndOffset(d, a, scale[3], offset[3]);
+        r = Channel(d, r, 0);
+        g = Channel(d, g, 1);
+        b = Channel(d, b, 2);
+        a = Channel(d, a, 3);
+    }
+
+private:
+    template <class D, class V>
+    HWY_INLINE V Channel(D d, V value, int channel) const
+    {
+        return AddInOrder(MulInOrder(hn::Set(d, scale[channel]), value), hn::Set(d, offset[channel]));
     }
 };
 
-// One output channel: the sum of the products of red and green, and that of blue and alpha, are added.
+// One output channel: the sum of the products of red and green, and that of blue and alpha, are added. Of several NaNs green's
+// comes out first, then red's, alpha's and blue's.
 template <class D, class V>
 HWY_INLINE V MatrixRow(D d, float const (&column)[4][4], int row, V r, V g, V b, V a)
 {
-    const V redGreen = hn::Add(hn::Mul(hn::Set(d, column[0][row]), r), hn::Mul(hn::Set(d, column[1][row]), g));
-    const V blueAlpha = hn::Add(hn::Mul(hn::Set(d, column[2][row]), b), hn::Mul(hn::Set(d, column[3][row]), a));
-    return hn::Add(redGreen, blueAlpha);
+    const V redGreen = AddInOrder(MulInOrder(g, hn::Set(d, column[1][row])), MulInOrder(r, hn::Set(d, column[0][row])));
+    const V blueAlpha = AddInOrder(MulInOrder(a, hn::Set(d, column[3][row])), MulInOrder(b, hn::Set(d, column[2][row])));
+    return AddInOrder(redGreen, blueAlpha);
 }
 
 struct Matrix : MatrixParameters
@@ -70,10 +78,10 @@ struct MatrixWithOffset : MatrixWithOffsetParameters
     template <class D, class V>
     HWY_INLINE void operator()(D d, V& r, V& g, V& b, V& a) const
     {
-        const V red = hn::Add(MatrixRow(d, column, 0, r, g, b, a), hn::Set(d, offset[0]));
-        const V green = hn::Add(MatrixRow(d, column, 1, r, g, b, a), hn::Set(d, offset[1]));
-        const V blue = hn::Add(MatrixRow(d, column, 2, r, g, b, a), hn::Set(d, offset[2]));
-        a = hn::Add(MatrixRow(d, column, 3, r, g, b, a), hn::Set(d, offset[3]));
+        const V red = AddInOrder(MatrixRow(d, column, 0, r, g, b, a), hn::Set(d, offset[0]));
+        const V green = AddInOrder(MatrixRow(d, column, 1, r, g, b, a), hn::Set(d, offset[1]));
+        const V blue = AddInOrder(MatrixRow(d, column, 2, r, g, b, a), hn::Set(d, offset[2]));
+        a = AddInOrder(MatrixRow(d, column, 3, r, g, b, a), hn::Set(d, offset[3]));
         r = red;
         g = green;
         b = blue;

@@ -6,6 +6,8 @@
 #define TAVRIN_RENDERER_CHANNEL_ORDER_INL_H
 #endif
 
+#include "renderer/nanOrder-inl.h"
+
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -69,11 +71,11 @@ HWY_INLINE V ChromaOfMid(D d, V max, V mid, V min)
     return hn::IfThenZeroElse(hn::Eq(range, hn::Zero(d)), hn::Div(hn::Sub(mid, min), range));
 }
 
-// The middle channel between other ends.
+// The middle channel between other ends. Chroma may be a NaN, and so may the difference of infinities.
 template <class V>
 HWY_INLINE V MidOfChroma(V chroma, V max, V min)
 {
-    return hn::Add(hn::Mul(chroma, hn::Sub(max, min)), min);
+    return hn::Add(MulInOrder(hn::Sub(max, min), chroma), min);
 }
 
 } // namespace Rendering::HWY_NAMESPACE
