@@ -1,19 +1,15 @@
 // Gamma, logarithm, colour decision and exposure/contrast as a caller meets them: how they are displayed, and values that change.
-#include <tavrin/tavrin.h>
+#include "contentRecorder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace
 {
 
-using Entries = std::vector<std::pair<std::string, std::string>>;
 using testing::ElementsAre;
-using testing::Pair;
 
 Tavrin::TransformPtr load(std::string const& op)
 {
@@ -29,87 +25,55 @@ std::string element(std::string const& tag, std::string const& style, std::strin
     return "<" + tag + " inBitDepth='32f' outBitDepth='32f' style='" + style + "'>" + content + "</" + tag + ">";
 }
 
-// The entries of the operator's section that are its own: those behind the depths.
-class OwnEntries : public Tavrin::Transform::ContentCallbacks
+DisplayedOp display(std::string const& op)
 {
-public:
-    void beginSection(char const* name) override
-    {
-        m_section = name;
-        m_depth += 1;
-    }
-    void endSection() override { m_depth -= 1; }
-    void addEntry(char const* key, char const* value) override
-    {
-        static constexpr char const* kCommon[] = {"Identifier", "Name", "Input Bit Depth", "Output Bit Depth"};
-        bool const isCommon = std::find(std::begin(kCommon), std::end(kCommon), std::string(key)) != std::end(kCommon);
-        if (m_depth == 2 && !isCommon)
-            m_entries.emplace_back(key, value);
-    }
-
-    std::string m_section;
-    Entries m_entries;
-
-private:
-    int m_depth = 0;
-};
-
-OwnEntries display(std::string const& op)
-{
-    OwnEntries entries;
-    EXPECT_EQ(load(op)->extractContent(entries).getErrorCode(), 0U);
-    return entries;
+    return displayedOp(load(op));
 }
 
 } // namespace
 
 TEST(GradeDisplay, TellsGammaAndOffsetOfEachChannel)
 {
-    OwnEntries const basic = display(element("Gamma", "basicRev", "<GammaParams gamma='2.2'/>"));
-    EXPECT_EQ(basic.m_section, "Gamma");
-    EXPECT_THAT(basic.m_entries,
-                ElementsAre(Pair("Gamma Style", "basicRev"), Pair("gamma", "      2.2000"), Pair("gamma", "      2.2000"),
-                            Pair("gamma", "      2.2000"), Pair("gamma", "      1.0000")));
-    OwnEntries const moncurve = display(element("Gamma", "moncurveFwd", "<GammaParams gamma='2.4' offset='0.055'/>"));
-    EXPECT_THAT(moncurve.m_entries,
-                ElementsAre(Pair("Gamma Style", "moncurveFwd"), Pair("gamma", "      2.4000"), Pair("offset", "      0.0550"),
-                            Pair("gamma", "      2.4000"), Pair("offset", "      0.0550"), Pair("gamma", "      2.4000"),
-                            Pair("offset", "      0.0550"), Pair("gamma", "      1.0000"), Pair("offset", "      0.0000")));
+    DisplayedOp const basic = display(element("Gamma", "basicRev", "<GammaParams gamma='2.2'/>"));
+    EXPECT_EQ(basic.name, "Gamma");
+    EXPECT_THAT(basic.own, ElementsAre("Gamma Style: basicRev", "gamma:       2.2000", "gamma:       2.2000", "gamma:       2.2000",
+                                       "gamma:       1.0000"));
+    DisplayedOp const moncurve = display(element("Gamma", "moncurveFwd", "<GammaParams gamma='2.4' offset='0.055'/>"));
+    EXPECT_THAT(moncurve.own, ElementsAre("Gamma Style: moncurveFwd", "gamma:       2.4000", "offset:       0.0550",
+                                          "gamma:       2.4000", "offset:       0.0550", "gamma:       2.4000",
+                                          "offset:       0.0550", "gamma:       1.0000", "offset:       0.0000"));
 }
 
 TEST(GradeDisplay, TellsTheParametersOfTheFilmModel)
 {
-    EXPECT_THAT(display(element("Log", "log2", "")).m_entries, ElementsAre(Pair("Log Style", "log2")));
-    OwnEntries const film =
+    EXPECT_THAT(display(element("Log", "log2", "")).own, ElementsAre("Log Style: log2"));
+    DisplayedOp const film =
         display(element("Log", "linToLog", "<LogParams gamma='0.6' refWhite='685' refBlack='95' highlight='1' shadow='0.00005'/>"));
-    EXPECT_EQ(film.m_section, "Log");
-    EXPECT_THAT(film.m_entries, ElementsAre(Pair("Log Style", "linToLog"), Pair("RefWhite", "    685.0000    685.0000    685.0000"),
-                                            Pair("RefBlack", "     95.0000     95.0000     95.0000"),
-                                            Pair("Highlight", "      1.0000      1.0000      1.0000"),
-                                            Pair("Shadow", "  5.0000e-05  5.0000e-05  5.0000e-05"),
-                                            Pair("Gamma", "      0.6000      0.6000      0.6000")));
+    EXPECT_EQ(film.name, "Log");
+    EXPECT_THAT(film.own,
+                ElementsAre("Log Style: linToLog", "RefWhite:     685.0000    685.0000    685.0000",
+                            "RefBlack:      95.0000     95.0000     95.0000", "Highlight:       1.0000      1.0000      1.0000",
+                            "Shadow:   5.0000e-05  5.0000e-05  5.0000e-05", "Gamma:       0.6000      0.6000      0.6000"));
 }
 
 TEST(GradeDisplay, TellsSlopeOffsetPowerAndSaturation)
 {
-    OwnEntries const cdl =
+    DisplayedOp const cdl =
         display(element("ASC_CDL", "noClampFwd",
                         "<SOPNode><Slope>1.5 1 0.5</Slope><Offset>-0.25 0 0.25</Offset><Power>1 2 3</Power></SOPNode>"
                         "<SatNode><Saturation>0.75</Saturation></SatNode>"));
-    EXPECT_EQ(cdl.m_section, "ASC CDL");
-    EXPECT_THAT(cdl.m_entries,
-                ElementsAre(Pair("CDL Style", "noClampFwd"), Pair("Slope", "      1.5000      1.0000      0.5000"),
-                            Pair("Offset", "     -0.2500      0.0000      0.2500"),
-                            Pair("Power", "      1.0000      2.0000      3.0000"), Pair("Saturation", "      0.7500")));
+    EXPECT_EQ(cdl.name, "ASC CDL");
+    EXPECT_THAT(cdl.own, ElementsAre("CDL Style: noClampFwd", "Slope:       1.5000      1.0000      0.5000",
+                                     "Offset:      -0.2500      0.0000      0.2500", "Power:       1.0000      2.0000      3.0000",
+                                     "Saturation:       0.7500"));
 }
 
 TEST(GradeDisplay, TellsExposureContrastAndPivot)
 {
-    OwnEntries const ec = display(element("ExposureContrast", "video", "<ECParams exposure='0.5' contrast='1.25' pivot='0.2'/>"));
-    EXPECT_EQ(ec.m_section, "Exposure/Contrast");
-    EXPECT_THAT(ec.m_entries,
-                ElementsAre(Pair("E/C Style", "video"), Pair("Exposure", "      0.5000"), Pair("Contrast", "      1.2500"),
-                            Pair("Gamma", "      1.0000"), Pair("Pivot", "      0.2000")));
+    DisplayedOp const ec = display(element("ExposureContrast", "video", "<ECParams exposure='0.5' contrast='1.25' pivot='0.2'/>"));
+    EXPECT_EQ(ec.name, "Exposure/Contrast");
+    EXPECT_THAT(ec.own, ElementsAre("E/C Style: video", "Exposure:       0.5000", "Contrast:       1.2500", "Gamma:       1.0000",
+                                    "Pivot:       0.2000"));
 }
 
 namespace

@@ -1,5 +1,5 @@
 // Dither and stock transforms from factories, and how dither, gamut map and hue vector are displayed, through the public interface.
-#include <tavrin/tavrin.h>
+#include "contentRecorder.h"
 
 #include <gmock/gmock.h>
 
@@ -8,41 +8,12 @@
 #include <vector>
 
 using namespace Tavrin;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
-using testing::StrEq;
 
 namespace
 {
-
-using Lines = std::vector<std::string>;
-
-// The walk as lines: the names of sections in brackets, entries as key and value.
-class Walk : public Transform::ContentCallbacks
-{
-public:
-    explicit Walk(TransformPtr const& transform) { EXPECT_TRUE(transform->extractContent(*this)); }
-
-    void beginSection(char const* name) override { m_lines.push_back("[" + std::string(name) + "]"); }
-    void endSection() override { m_lines.emplace_back("[]"); }
-    void addEntry(char const* key, char const* value) override { m_lines.push_back(std::string(key) + ": " + value); }
-
-    // What is between the n-th operator's depths and its end.
-    Lines ownEntries(unsigned int number) const
-    {
-        auto line = m_lines.begin();
-        for (unsigned int sections = 0; sections < number + 2; ++line)
-            sections += line->front() == '[' && *line != "[]" ? 1U : 0U;
-        Lines entries;
-        for (line += 4; *line != "[]"; ++line)
-            entries.push_back(*line);
-        return entries;
-    }
-    Lines const& lines() const { return m_lines; }
-
-private:
-    Lines m_lines;
-};
 
 TransformPtr load(std::string const& operators)
 {
@@ -70,8 +41,10 @@ TEST(CreateDitherTransform, GivesOneDitherWithNames)
     EXPECT_EQ(std::string(transform->getId()).size(), 36U);
     EXPECT_EQ(transform->getInputBitDepth(), BIT_DEPTH_16i);
     EXPECT_EQ(transform->getOutputBitDepth(), BIT_DEPTH_8i);
-    EXPECT_THAT(Walk(transform).lines(), IsSupersetOf({"[Dither]", "Name: none"}));
-    EXPECT_THAT(Walk(transform).ownEntries(0), ElementsAre());
+    DisplayedOp const dither = displayedOp(transform);
+    EXPECT_EQ(dither.name, "Dither");
+    EXPECT_THAT(dither.common, Contains("Name: none"));
+    EXPECT_THAT(dither.own, ElementsAre());
 }
 
 TEST(CreateDitherTransform, GivesNewIdsEachTime)
@@ -113,15 +86,15 @@ TEST(CreateDitherTransform, RendersNoiseWhoseMeanIsTheValue)
 
 TEST(Display, TellsTheStyleOfAGamutMap)
 {
-    EXPECT_THAT(Walk(load("<GamutMap inBitDepth='16f' outBitDepth='16f' style='DW3'/>")).ownEntries(0),
+    EXPECT_THAT(displayedOp(load("<GamutMap inBitDepth='16f' outBitDepth='16f' style='DW3'/>")).own,
                 ElementsAre("Gamut Map Style: dw3"));
 }
 
 TEST(Display, TellsStylesAndParametersOfAHueVector)
 {
-    EXPECT_THAT(Walk(load("<HueVector inBitDepth='16f' outBitDepth='16f' style='ych_rev'>"
-                          "<HueVecParams style='chroma' center='120' width='60.5' amount='1.25'/></HueVector>"))
-                    .ownEntries(0),
+    EXPECT_THAT(displayedOp(load("<HueVector inBitDepth='16f' outBitDepth='16f' style='ych_rev'>"
+                                 "<HueVecParams style='chroma' center='120' width='60.5' amount='1.25'/></HueVector>"))
+                    .own,
                 ElementsAre("Hue Vector Style: YCH_Rev", "Parameter Style: chroma", "Center:     120.0000", "Width:      60.5000",
                             "Amount:       1.2500"));
 }
@@ -136,12 +109,14 @@ TEST(CreateStockTransform, RawIsAnIdentityWithExposureAndContrast)
     EXPECT_EQ(transform->getInputBitDepth(), BIT_DEPTH_16f);
     EXPECT_EQ(transform->getOutputBitDepth(), BIT_DEPTH_16f);
 
-    Walk const walk(transform);
-    Lines const control = walk.ownEntries(0);
-    EXPECT_THAT(control,
+    std::vector<DisplayedOp> const ops = displayedOps(transform);
+    ASSERT_EQ(ops.size(), 2U);
+    EXPECT_EQ(ops[0].name, "Exposure/Contrast");
+    EXPECT_THAT(ops[0].own,
                 IsSupersetOf({"E/C Style: linear", "Exposure:       0.0000", "Contrast:       1.0000", "Pivot:       1.0000"}));
-    EXPECT_THAT(walk.lines(), IsSupersetOf({"[Exposure/Contrast]", "[Matrix]", "Name: identity"}));
-    EXPECT_THAT(walk.ownEntries(1), testing::SizeIs(4)) << "the rows of a matrix";
+    EXPECT_EQ(ops[1].name, "Matrix");
+    EXPECT_THAT(ops[1].common, Contains("Name: identity"));
+    EXPECT_THAT(ops[1].own, testing::SizeIs(4)) << "the rows of a matrix";
 }
 
 TEST(CreateStockTransform, ExposureAndContrastChangeWhileItRenders)

@@ -1,6 +1,6 @@
 // What callers see of the optimizer: which flags do what, what stays changeable, and which pixels come out.
+#include "contentRecorder.h"
 #include "support/scopedEnvironment.h"
-#include "transformFixtures.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,31 +16,12 @@ using testing::Pointwise;
 namespace
 {
 
-using Names = std::vector<std::string>;
-
 // The kinds of the renderers in their order.
-class Renderers : public Transform::ContentCallbacks
+Lines renderersOf(TransformPtr const& transform, OptimizerFlags flags = OPTIMIZER_DEFAULT_THRESHOLD)
 {
-public:
-    void beginSection(char const*) override {}
-    void endSection() override {}
-    void addEntry(char const* key, char const* value) override
-    {
-        if (key == std::string("Renderer"))
-            m_names.push_back(value);
-    }
-
-    Names const& names() const { return m_names; }
-
-private:
-    Names m_names;
-};
-
-Names renderersOf(TransformPtr const& transform, OptimizerFlags flags = OPTIMIZER_DEFAULT_THRESHOLD)
-{
-    Renderers renderers;
-    EXPECT_EQ(told(extractOptimizedContent(transform, PF_RGBA_32f, PF_RGBA_32f, flags, renderers)), kGood);
-    return renderers.names();
+    Recorder recorder;
+    EXPECT_EQ(told(extractOptimizedContent(transform, PF_RGBA_32f, PF_RGBA_32f, flags, recorder)), kGood);
+    return valuesOf("Renderer", recorder.lines());
 }
 
 Told toldByFinalize(TransformPtr const& transform, OptimizerFlags flags)

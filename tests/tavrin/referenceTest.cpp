@@ -44,12 +44,13 @@ protected:
 };
 using Reference = CreateReferenceTransform;
 
-// From the beginning of the only operator to its end.
-Lines operatorOf(TransformPtr const& transform)
+// The only operator, which is a reference between the depths of the fixture.
+DisplayedOp referenceIn(TransformPtr const& transform)
 {
-    Lines const all = contentOf(transform);
-    auto const begin = std::find(all.begin() + 1, all.end(), "begin Reference");
-    return Lines(begin, all.end() - 1);
+    DisplayedOp const op = displayedOp(transform);
+    EXPECT_EQ(op.name, "Reference");
+    EXPECT_THAT(op.common, ElementsAre("Identifier: none", "Name: ", "Input Bit Depth: 10i", "Output Bit Depth: 16f"));
+    return op;
 }
 
 TEST_F(CreateReferenceTransform, GivesAReferenceByPath)
@@ -58,14 +59,8 @@ TEST_F(CreateReferenceTransform, GivesAReferenceByPath)
     ASSERT_TRUE(transform);
     EXPECT_TRUE(transform->hasReferences());
     EXPECT_FALSE(transform->hasAliasReferencesToResolve());
-    EXPECT_THAT(operatorOf(transform), ElementsAre("begin Reference",       //
-                                                   "Identifier: none",      //
-                                                   "Name: ",                //
-                                                   "Input Bit Depth: 10i",  //
-                                                   "Output Bit Depth: 16f", //
-                                                   "Base Path: Shared",     //
-                                                   "Path: looks/warm.ctf",  //
-                                                   "Resolved Path: " + shared() + "/looks/warm.ctf", "end"));
+    EXPECT_THAT(referenceIn(transform).own,
+                ElementsAre("Base Path: Shared", "Path: looks/warm.ctf", "Resolved Path: " + shared() + "/looks/warm.ctf"));
 }
 
 TEST_F(CreateReferenceTransform, GivesAReferenceByAlias)
@@ -74,12 +69,7 @@ TEST_F(CreateReferenceTransform, GivesAReferenceByAlias)
     ASSERT_TRUE(transform);
     EXPECT_TRUE(transform->hasReferences());
     EXPECT_FALSE(transform->hasAliasReferencesToResolve());
-    EXPECT_THAT(operatorOf(transform), ElementsAre("begin Reference",       //
-                                                   "Identifier: none",      //
-                                                   "Name: ",                //
-                                                   "Input Bit Depth: 10i",  //
-                                                   "Output Bit Depth: 16f", //
-                                                   "Alias: broadcastMonitor", "end"));
+    EXPECT_THAT(referenceIn(transform).own, ElementsAre("Alias: broadcastMonitor"));
     EXPECT_TRUE(byAlias("currentMonitor")->hasAliasReferencesToResolve());
 }
 
@@ -112,7 +102,7 @@ TEST_F(Reference, IsReadFromAFile)
         fromText(document("<Reference inBitDepth='32f' outBitDepth='32f' name='Screen' alias='graphicsMonitor'/>"));
     ASSERT_TRUE(transform);
     EXPECT_TRUE(transform->hasReferences());
-    EXPECT_THAT(operatorOf(transform), testing::Contains("Alias: graphicsMonitor"));
+    EXPECT_THAT(displayedOp(transform).own, testing::Contains("Alias: graphicsMonitor"));
 }
 
 } // namespace
