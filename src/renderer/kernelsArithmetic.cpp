@@ -22,17 +22,13 @@
 #include "renderer/kernelsArithmetic.h"
 #include "renderer/vectorMath-inl.h"
 
+#include <array>
+#include <cstddef>
+
 #ifndef TAVRIN_RENDERER_KERNELS_ARITHMETIC_CPP_ONCE
 #define TAVRIN_RENDERER_KERNELS_ARITHMETIC_CPP_ONCE
 namespace Rendering
 {
-
-struct ArithmeticKernelTable
-{
-#define TAVRIN_KERNEL(name, Parameters) BlockFunction name;
-#include "renderer/arithmeticKernels.def"
-#undef TAVRIN_KERNEL
-};
 
 using ArrayFunction1 = void (*)(float const* x, float* result, unsigned int count);
 using ArrayFunction2 = void (*)(float const* x, float const* y, float* result, unsigned int count);
@@ -54,7 +50,8 @@ namespace Rendering::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-constexpr ArithmeticKernelTable kArithmeticKernels = {
+// In the order of their numbers.
+constexpr std::array kArithmeticKernels = {
 #define TAVRIN_KERNEL(name, Parameters) &RunOverBlock<name, Parameters>,
 #include "renderer/arithmeticKernels.def"
 #undef TAVRIN_KERNEL
@@ -110,17 +107,8 @@ namespace Rendering
 
 BlockFunction getArithmeticKernel(ArithmeticKernel kernel)
 {
-    static constexpr PerTarget<ArithmeticKernelTable> kTables TAVRIN_PER_TARGET(kArithmeticKernels);
-    ArithmeticKernelTable const& table = *kTables[getSimdTarget()];
-    switch (kernel)
-    {
-#define TAVRIN_KERNEL(name, Parameters) \
-    case ArithmeticKernel::name:        \
-        return table.name;
-#include "renderer/arithmeticKernels.def"
-#undef TAVRIN_KERNEL
-    }
-    return nullptr;
+    static constexpr PerTarget<decltype(HWY_NAMESPACE::kArithmeticKernels)> kTables TAVRIN_PER_TARGET(kArithmeticKernels);
+    return (*kTables[getSimdTarget()])[static_cast<std::size_t>(kernel)];
 }
 
 namespace

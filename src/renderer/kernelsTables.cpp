@@ -14,20 +14,8 @@
 #include "renderer/blockLoop-inl.h"
 #include "renderer/kernelsTables.h"
 
-#ifndef TAVRIN_RENDERER_KERNELS_TABLES_CPP_ONCE
-#define TAVRIN_RENDERER_KERNELS_TABLES_CPP_ONCE
-namespace Rendering
-{
-
-struct TableKernelTable
-{
-#define TAVRIN_KERNEL(name, Parameters) BlockFunction name;
-#include "renderer/tableKernels.def"
-#undef TAVRIN_KERNEL
-};
-
-} // namespace Rendering
-#endif
+#include <array>
+#include <cstddef>
 
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
@@ -44,7 +32,8 @@ using LookUpHalfCodesHueAdjust = HueAdjusted<LookUp<FloatEntry>, OfHalfCode>;
 using InterpolateRowsHueAdjust = HueAdjusted<Interpolate, AsItIs>;
 using InterpolateHalfsHueAdjust = HueAdjusted<HalfCode, AsItIs>;
 
-constexpr TableKernelTable kTableKernels = {
+// In the order of their numbers.
+constexpr std::array kTableKernels = {
 #define TAVRIN_KERNEL(name, Parameters) &RunOverBlock<name, Parameters>,
 #include "renderer/tableKernels.def"
 #undef TAVRIN_KERNEL
@@ -62,17 +51,8 @@ namespace Rendering
 
 BlockFunction getTableKernel(TableKernel kernel)
 {
-    static constexpr PerTarget<TableKernelTable> kTables TAVRIN_PER_TARGET(kTableKernels);
-    TableKernelTable const& table = *kTables[getSimdTarget()];
-    switch (kernel)
-    {
-#define TAVRIN_KERNEL(name, Parameters) \
-    case TableKernel::name:             \
-        return table.name;
-#include "renderer/tableKernels.def"
-#undef TAVRIN_KERNEL
-    }
-    return nullptr;
+    static constexpr PerTarget<decltype(HWY_NAMESPACE::kTableKernels)> kTables TAVRIN_PER_TARGET(kTableKernels);
+    return (*kTables[getSimdTarget()])[static_cast<std::size_t>(kernel)];
 }
 
 } // namespace Rendering
