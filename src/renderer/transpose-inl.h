@@ -98,21 +98,22 @@ HWY_INLINE V InterleaveThree(Channels const& c)
     return V{_mm512_permutex2var_ps(two, _mm512_load_si512(kPlaces.withThird), c.c2.raw)};
 }
 
-#elif HWY_TARGET == HWY_AVX2
+#elif HWY_TARGET != HWY_SCALAR
 
-// A register holds pixels k and k + 4; in-lane shuffles then leave the channels in pixel order.
-HWY_INLINE Channels Deinterleave(V p04, V p15, V p26, V p37)
+// A register holds one pixel, or on AVX2 pixels k and k + 4; in-lane shuffles then leave the channels in pixel order.
+HWY_INLINE Channels Deinterleave(V p0, V p1, V p2, V p3)
 {
     const D d;
     const hn::RepartitionToWide<DU> du64;
-    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, p04, p15));
-    const auto c23low = hn::BitCast(du64, hn::InterleaveUpper(d, p04, p15));
-    const auto c01high = hn::BitCast(du64, hn::InterleaveLower(d, p26, p37));
-    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, p26, p37));
+    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, p0, p1));
+    const auto c23low = hn::BitCast(du64, hn::InterleaveUpper(d, p0, p1));
+    const auto c01high = hn::BitCast(du64, hn::InterleaveLower(d, p2, p3));
+    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, p2, p3));
     return {hn::BitCast(d, hn::InterleaveLower(du64, c01low, c01high)), hn::BitCast(d, hn::InterleaveUpper(du64, c01low, c01high)),
             hn::BitCast(d, hn::InterleaveLower(du64, c23low, c23high)), hn::BitCast(d, hn::InterleaveUpper(du64, c23low, c23high))};
 }
 
+#if HWY_TARGET == HWY_AVX2
 // The way back, two pixels a register, in order.
 HWY_INLINE void Interleave(Channels const& c, V& p01, V& p23, V& p45, V& p67)
 {
@@ -131,21 +132,7 @@ HWY_INLINE void Interleave(Channels const& c, V& p01, V& p23, V& p45, V& p67)
     p45 = hn::ConcatUpperUpper(d, p15, p04);
     p67 = hn::ConcatUpperUpper(d, p37, p26);
 }
-
-#elif HWY_TARGET != HWY_SCALAR
-
-// One pixel a register.
-HWY_INLINE Channels Deinterleave(V p0, V p1, V p2, V p3)
-{
-    const D d;
-    const hn::RepartitionToWide<DU> du64;
-    const auto c01low = hn::BitCast(du64, hn::InterleaveLower(d, p0, p1));
-    const auto c23low = hn::BitCast(du64, hn::InterleaveUpper(d, p0, p1));
-    const auto c01high = hn::BitCast(du64, hn::InterleaveLower(d, p2, p3));
-    const auto c23high = hn::BitCast(du64, hn::InterleaveUpper(d, p2, p3));
-    return {hn::BitCast(d, hn::InterleaveLower(du64, c01low, c01high)), hn::BitCast(d, hn::InterleaveUpper(du64, c01low, c01high)),
-            hn::BitCast(d, hn::InterleaveLower(du64, c23low, c23high)), hn::BitCast(d, hn::InterleaveUpper(du64, c23low, c23high))};
-}
+#endif
 
 #endif
 
