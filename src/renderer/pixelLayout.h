@@ -7,14 +7,14 @@
 namespace Rendering
 {
 
-// The order of channels in memory.
-enum class Layout
+// The order of channels in memory, by the codes that formats have for it.
+enum class Layout : unsigned int
 {
-    RGB,
-    RGBA,
-    BGR,
-    BGRA,
-    ABGR
+    RGB = 0x17,
+    RGBA = 0x1f,
+    BGR = 0x27,
+    BGRA = 0x2f,
+    ABGR = 0x4f
 };
 
 // Where red, green, blue and alpha stand among the channels; -1 for none.
@@ -56,34 +56,20 @@ constexpr unsigned int channelsOf(Layout layout)
 // The layout of a valid format.
 constexpr Layout layoutOf(Tavrin::PixelFormat format)
 {
-    switch (format)
-    {
-#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) \
-    case Tavrin::PF_##layout##_##depth:                                   \
-        return Layout::layout;
-#include <tavrin/pixelFormats.def>
-#undef TAVRIN_PIXEL_FORMAT
-    case Tavrin::PF_UNKNOWN:
-        break;
-    }
-    return {};
+    return static_cast<Layout>(static_cast<unsigned int>(format) & 0xffU);
 }
 
 // Whether a pixel is one word, and not an element for each channel.
 constexpr bool isPacked(Tavrin::PixelFormat format)
 {
-    switch (format)
-    {
-#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed) \
-    case Tavrin::PF_##layout##_##depth:                                   \
-        return packed != 0;
+    return (static_cast<unsigned int>(format) & 0x100U) != 0;
+}
+
+#define TAVRIN_PIXEL_FORMAT(layout, layoutCode, depth, depthCode, packed)     \
+    static_assert(layoutOf(Tavrin::PF_##layout##_##depth) == Layout::layout); \
+    static_assert(isPacked(Tavrin::PF_##layout##_##depth) == ((packed) != 0));
 #include <tavrin/pixelFormats.def>
 #undef TAVRIN_PIXEL_FORMAT
-    case Tavrin::PF_UNKNOWN:
-        break;
-    }
-    return false;
-}
 
 } // namespace Rendering
 

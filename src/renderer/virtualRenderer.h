@@ -76,6 +76,7 @@ public:
     Parameters const& hold(Parameters const& parameters)
     {
         static_assert(sizeof(Parameters) <= sizeof m_bytes && std::is_trivially_copyable_v<Parameters>);
+        // Of other bits are other parameters. NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
         m_isOther = m_size != sizeof parameters || std::memcmp(m_bytes, &parameters, sizeof parameters) != 0;
         m_size = sizeof parameters;
         return *::new (static_cast<void*>(m_bytes)) Parameters(parameters);

@@ -77,7 +77,10 @@ std::vector<float> ramp()
 {
     std::vector<float> values(4 * 4097);
     for (std::size_t i = 0; i < values.size(); ++i)
-        values[i] = static_cast<float>(i / 4) / 4096.0F;
+    {
+        std::size_t const step = i / 4;
+        values[i] = static_cast<float>(step) / 4096.0F;
+    }
     return values;
 }
 
@@ -145,9 +148,8 @@ TEST(GammaRenderer, BasicHasTheBitsOfItsFormulaWhereTheExponentOfTwoIsWhole)
             pixels.insert(pixels.end(), {x, std::nextafter(x, 1.0F), x, 0.5F});
     }
     ASSERT_EQ(pixels.size(), 64U) << "too few of these numbers";
-    std::vector<float> expected;
-    for (float const x : pixels)
-        expected.push_back(PolynomialModel::power(x, exponent));
+    std::vector<float> expected(pixels.size());
+    std::transform(pixels.begin(), pixels.end(), expected.begin(), [&](float x) { return PolynomialModel::power(x, exponent); });
     forEveryTarget([&] { expectSameFloats(expected, render(gamma(Style::BasicFwd, {exponent}), pixels)); });
 }
 
@@ -294,7 +296,10 @@ TEST(GammaRenderer, AnIdentityAlphaIsCloseToItsInputAndNotEqualToIt)
     Channels const channels{Params{2.4, 0.055}, Params{2.4, 0.055}, Params{2.4, 0.055}, Params{1.0, 0.0}};
     std::vector<float> in(4 * 256);
     for (std::size_t i = 0; i < in.size(); ++i)
-        in[i] = static_cast<float>(i / 4 + 1) / 128.0F; // to 2: above 1, where an identity breaks, it is a power
+    {
+        std::size_t const step = i / 4 + 1;
+        in[i] = static_cast<float>(step) / 128.0F; // to 2: above 1, where an identity breaks, it is a power
+    }
     std::vector<float> const out = render(gamma(Style::MoncurveFwd, channels), in);
     bool differs = false;
     for (std::size_t i = 3; i < in.size(); i += 4)

@@ -137,7 +137,7 @@ TEST(LogRenderer, TheAntiLogarithmHasTheBitsOfItsFormulaForWholeNumbers)
     for (int i = -200; i < 200; ++i)
         values.push_back(static_cast<float>(i));
     for (int i = 0; i < 512; ++i)
-        values.push_back(i % 3 == 0 ? static_cast<float>(i / 64) : static_cast<float>(i - 256) / 3.0F);
+        values.push_back(i % 3 == 0 ? std::floor(static_cast<float>(i) / 64.0F) : static_cast<float>(i - 256) / 3.0F);
     for (int i = 0; i < 512; ++i)
         values.push_back(i % 7 == 0 ? -0.0F : i % 11 == 0 ? INFINITY : i % 13 == 0 ? -INFINITY : i % 17 == 0 ? NAN : 0.5F);
     std::vector<float> const pixels = greys(values);

@@ -306,8 +306,8 @@ TEST(Engine, RegionsOfALargePictureThatAreStreamedHaveTheBytesOfTheWholeAndTouch
             std::vector<float> expected = untouched;
             for (unsigned int row = y; row < y + square.height; ++row)
             {
-                auto const begin = static_cast<std::ptrdiff_t>((row * kWidth + x) * 4);
-                std::copy_n(whole.begin() + begin, square.width * 4, expected.begin() + begin);
+                std::size_t const begin = std::size_t{4} * (row * kWidth + x);
+                std::copy_n(&whole[begin], square.width * 4, &expected[begin]);
             }
             std::vector<float> part = untouched;
             renderer.apply(source.data(), part.data(), square, 0, 0);

@@ -20,19 +20,6 @@ inline std::vector<float> const& aMillionFloats()
     return floats;
 }
 
-inline void expectSamePixels(std::vector<float> const& expected, std::vector<float> const& actual)
-{
-    ASSERT_EQ(expected.size(), actual.size());
-    for (std::size_t i = 0; i < expected.size(); ++i)
-    {
-        // The common case first; a NaN may have any bits.
-        if (std::memcmp(&expected[i], &actual[i], sizeof(float)) != 0)
-        {
-            ASSERT_NO_FATAL_FAILURE(expectSameFloat(expected[i], actual[i], i));
-        }
-    }
-}
-
 // Model: RGBA to RGBA.
 template <class Model>
 void expectEveryTargetToMatch(Color::Op const& op, Model model)
@@ -50,7 +37,7 @@ void expectEveryTargetToMatch(Color::Op const& op, Model model)
         {
             std::vector<float> const out =
                 renderAs<float, float>(op, Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_32f, in, static_cast<unsigned int>(in.size() / 4));
-            expectSamePixels(expected, out);
+            expectSameFloats(expected, out);
             if (first.empty())
                 first = out;
             EXPECT_EQ(std::memcmp(first.data(), out.data(), out.size() * sizeof(float)), 0) << "other bytes than the first target";
@@ -100,7 +87,7 @@ void expectScalesOfDepths(Color::Op const& op, MakeModel const& makeModel)
     forEveryTarget(
         [&]
         {
-            expectSamePixels(expectedFloats, renderAs<std::uint16_t, float>(op, Tavrin::PF_RGBA_10i, Tavrin::PF_RGBA_32f, codes,
+            expectSameFloats(expectedFloats, renderAs<std::uint16_t, float>(op, Tavrin::PF_RGBA_10i, Tavrin::PF_RGBA_32f, codes,
                                                                             static_cast<unsigned int>(codes.size() / 4)));
             EXPECT_EQ(expectedCodes, (renderAs<float, std::uint16_t>(op, Tavrin::PF_RGBA_32f, Tavrin::PF_RGBA_10i, floats,
                                                                      static_cast<unsigned int>(floats.size() / 4))));

@@ -9,6 +9,7 @@
 #include <Imath/half.h>
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -117,13 +118,13 @@ inline void expectSameFloat(float expected, float actual, std::size_t index)
 inline void expectSameFloats(std::vector<float> const& expected, std::vector<float> const& actual)
 {
     ASSERT_EQ(expected.size(), actual.size());
-    if (std::memcmp(expected.data(), actual.data(), expected.size() * sizeof(float)) == 0)
-        return;
     for (std::size_t i = 0; i < expected.size(); ++i)
     {
-        expectSameFloat(expected[i], actual[i], i);
-        if (testing::Test::HasFatalFailure())
-            return;
+        // The common case first: tests compare millions.
+        if (std::bit_cast<std::uint32_t>(expected[i]) != std::bit_cast<std::uint32_t>(actual[i]))
+        {
+            ASSERT_NO_FATAL_FAILURE(expectSameFloat(expected[i], actual[i], i));
+        }
     }
 }
 

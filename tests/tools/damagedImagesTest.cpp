@@ -34,6 +34,14 @@ protected:
         text.replace(position, bytes.size(), bytes);
         writeText(folder / name, text);
     }
+
+    // A picture whose header has other bytes somewhere.
+    void expectRefusedDpx(std::size_t position, std::string const& bytes, testing::Matcher<std::string const&> const& line)
+    {
+        writeDpxFile(folder / "in.dpx", Picture16(4, 4, 3));
+        patch("in.dpx", position, bytes);
+        expectRefused("in.dpx", line);
+    }
 };
 
 // As a gtest parameter: the name of a picture file.
@@ -68,16 +76,14 @@ TEST_F(DamagedImages, ChangedBytesOfAPngAreNoticed)
 // A header that claims a huge picture must not cost memory or time.
 TEST_F(DamagedImages, SizeBeyondTheLimitsIsRefused)
 {
-    Picture16 small(4, 4, 3);
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 772, std::string("\x00\x10\x00\x00\x00\x00\x00\x04", 8));
-    expectRefused("in.dpx", HasSubstr("'in.dpx' holds a picture of 1048576 x 4: more than 131072 pixels on a side"));
-    patch("in.dpx", 772, std::string("\xff\xff\xff\xff\xff\xff\xff\xff", 8));
-    expectRefused("in.dpx", HasSubstr("'in.dpx' holds a picture of 4294967295 x 4294967295: more than "));
-    patch("in.dpx", 772, std::string("\x00\x02\x00\x00\x00\x02\x00\x00", 8));
-    expectRefused("in.dpx", HasSubstr("'in.dpx' holds a picture of 131072 x 131072: more than "));
+    expectRefusedDpx(772, std::string("\x00\x10\x00\x00\x00\x00\x00\x04", 8),
+                     HasSubstr("'in.dpx' holds a picture of 1048576 x 4: more than 131072 pixels on a side"));
+    expectRefusedDpx(772, std::string("\xff\xff\xff\xff\xff\xff\xff\xff", 8),
+                     HasSubstr("'in.dpx' holds a picture of 4294967295 x 4294967295: more than "));
+    expectRefusedDpx(772, std::string("\x00\x02\x00\x00\x00\x02\x00\x00", 8),
+                     HasSubstr("'in.dpx' holds a picture of 131072 x 131072: more than "));
 
-    writeTiffFile(folder / "in.tif", small);
+    writeTiffFile(folder / "in.tif", Picture16(4, 4, 3));
     std::string tiff = readText(folder / "in.tif");
     // The entry of tag 256 (width) of a little-endian directory: tag, type LONG or SHORT, count 1, value.
     const std::size_t entry = tiff.find(std::string("\x00\x01\x04\x00\x01\x00\x00\x00\x04\x00\x00\x00", 12)) != std::string::npos
@@ -90,48 +96,30 @@ TEST_F(DamagedImages, SizeBeyondTheLimitsIsRefused)
 
 TEST_F(DamagedImages, EmptyPictureIsRefused)
 {
-    Picture16 small(4, 4, 3);
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 772, std::string("\x00\x00\x00\x00\x00\x00\x00\x04", 8));
-    expectRefused("in.dpx", "tavrin: 'in.dpx' holds an empty picture (0 x 4)");
+    expectRefusedDpx(772, std::string("\x00\x00\x00\x00\x00\x00\x00\x04", 8), "tavrin: 'in.dpx' holds an empty picture (0 x 4)");
 }
 
 TEST_F(DamagedImages, DpxThatIsTooShortForItsSizeTellsHowMuchIsThere)
 {
-    Picture16 small(4, 4, 3);
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 772, std::string("\x00\x00\x10\x00\x00\x00\x10\x00", 8));
     // 4096 x 4096 words of 4 bytes.
-    expectRefused("in.dpx",
-                  "tavrin: 'in.dpx' is cut off: its DPX header tells 4096 x 4096 pixels, and 64 of 67108864 bytes are there");
+    expectRefusedDpx(772, std::string("\x00\x00\x10\x00\x00\x00\x10\x00", 8),
+                     "tavrin: 'in.dpx' is cut off: its DPX header tells 4096 x 4096 pixels, and 64 of 67108864 bytes are there");
 }
 
 TEST_F(DamagedImages, DpxWhosePixelsWouldBeginBeyondTheFileIsRefused)
 {
-    Picture16 small(4, 4, 3);
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 808, std::string("\x7f\xff\xff\xff", 4));
-    expectRefused("in.dpx", "tavrin: 'in.dpx' is damaged: its DPX pixels would begin at byte 2147483647 of 2112");
+    expectRefusedDpx(808, std::string("\x7f\xff\xff\xff", 4),
+                     "tavrin: 'in.dpx' is damaged: its DPX pixels would begin at byte 2147483647 of 2112");
 }
 
 TEST_F(DamagedImages, DpxOfOtherLayoutsIsRefusedByName)
 {
-    Picture16 small(4, 4, 3);
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 803, "\x08");
-    expectRefused("in.dpx", StartsWith("tavrin: 'in.dpx' holds DPX pixels that are not read (descriptor 50, 8 bits, packing 1): "));
-
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 806, std::string("\x00\x01", 2));
-    expectRefused("in.dpx", "tavrin: 'in.dpx' holds run-length encoded DPX pixels, which are not read");
-
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 770, std::string("\x00\x03", 2));
-    expectRefused("in.dpx", "tavrin: 'in.dpx' holds 3 DPX image elements: only one is read");
-
-    writeDpxFile(folder / "in.dpx", small);
-    patch("in.dpx", 768, std::string("\x00\x01", 2));
-    expectRefused("in.dpx", "tavrin: 'in.dpx' holds a DPX picture that is turned or mirrored (orientation 1), which is not read");
+    expectRefusedDpx(803, "\x08",
+                     StartsWith("tavrin: 'in.dpx' holds DPX pixels that are not read (descriptor 50, 8 bits, packing 1): "));
+    expectRefusedDpx(806, std::string("\x00\x01", 2), "tavrin: 'in.dpx' holds run-length encoded DPX pixels, which are not read");
+    expectRefusedDpx(770, std::string("\x00\x03", 2), "tavrin: 'in.dpx' holds 3 DPX image elements: only one is read");
+    expectRefusedDpx(768, std::string("\x00\x01", 2),
+                     "tavrin: 'in.dpx' holds a DPX picture that is turned or mirrored (orientation 1), which is not read");
 }
 
 TEST_F(DamagedImages, ExrOfAHugeWindowIsRefused)
