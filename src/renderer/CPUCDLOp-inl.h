@@ -34,30 +34,35 @@ struct CDLSteps : CDLParameters
             RunColorCurves(*this, block, count);
     }
 
+    static constexpr bool kWantsArgument = !kClamps;
+    static constexpr bool kIsArgumentPositive = false;
+
+    HWY_INLINE float Exponent(std::size_t channel) const { return power[channel]; }
+
+    // The power's own choice of what is above 0 does for the lower clamp.
     template <class D, class V>
-    HWY_INLINE V ToExponent(D d, V& v, int channel) const
+    HWY_INLINE V Argument(D d, V const& in, std::size_t channel) const
     {
-        V x = v;
+        V x = in;
         if constexpr (!kIsReverse)
-            x = ScaleAndOffset(d, ScaleUnlessOne<kScales>(d, v, inScale), slope[channel], offset[channel]);
-        if constexpr (!kClamps)
-            v = x;
-        // The power's own choice of what is above 0 does for the lower clamp.
-        return ExponentOfPowerWhereAboveZero(d, x, kClamps ? AtMost(x, hn::Set(d, 1.0F)) : x, power[channel]);
+            x = ScaleAndOffset(d, ScaleUnlessOne<kScales>(d, in, inScale), slope[channel], offset[channel]);
+        if constexpr (kClamps)
+            x = AtMostOrNaN(x, hn::Set(d, 1.0F));
+        return x;
     }
 
     template <class D, class V>
-    HWY_INLINE V FromExponent(D d, V const& v, V const& exponent, int channel) const
+    HWY_INLINE V Finish(D d, V const& argument, V const& raised, std::size_t channel) const
     {
-        V p = PowerOfExponent(d, exponent, power[channel]);
+        V result = raised;
         if constexpr (!kClamps) // Negative values pass through.
-            p = wide::IfThenElse(wide::Lt(v, hn::Zero(d)), v, p);
+            result = wide::IfThenElse(wide::Lt(argument, hn::Zero(d)), argument, raised);
         if constexpr (kIsReverse)
         {
-            p = wide::Mul(wide::Add(p, hn::Set(d, offset[channel])), hn::Set(d, slope[channel]));
-            p = ScaleUnlessOne<kScales>(d, ClampIfAny(d, p), outScale);
+            result = wide::Mul(wide::Add(result, hn::Set(d, offset[channel])), hn::Set(d, slope[channel]));
+            result = ScaleUnlessOne<kScales>(d, ClampIfAny(d, result), outScale);
         }
-        return p;
+        return result;
     }
 
     // The saturation, with what else comes before the curves or after them.

@@ -19,24 +19,28 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 struct ExposureAndContrast : ExposureContrastParameters
 {
+    static constexpr bool kWantsArgument = false;
+    static constexpr bool kIsArgumentPositive = false;
+
+    HWY_INLINE float Exponent(std::size_t /*channel*/) const { return contrast; }
+
     template <class D, class V>
-    HWY_INLINE V ToExponent(D d, V const& in, int /*channel*/) const
+    HWY_INLINE V Argument(D d, V const& in, std::size_t /*channel*/) const
     {
-        const V v = wide::Mul(in, hn::Set(d, inScale));
-        return ExponentOfPowerWhereAboveZero(d, v, v, contrast);
+        return wide::Mul(in, hn::Set(d, inScale));
     }
 
     template <class D, class V>
-    HWY_INLINE V FromExponent(D d, V const& /*in*/, V const& exponent, int /*channel*/) const
+    HWY_INLINE V Finish(D d, V const& /*in*/, V const& power, std::size_t /*channel*/) const
     {
-        return wide::Mul(PowerOfExponent(d, exponent, contrast), hn::Set(d, outScale));
+        return wide::Mul(power, hn::Set(d, outScale));
     }
 };
 
 struct ExposureAlone : ExposureContrastParameters
 {
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int /*channel*/) const
+    HWY_INLINE V Curve(D d, V in, std::size_t /*channel*/) const
     {
         return wide::Mul(wide::Mul(in, hn::Set(d, inScale)), hn::Set(d, outScale));
     }

@@ -23,17 +23,21 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <bool kScales>
 struct GammaBasicCurves : GammaBasicParameters
 {
+    static constexpr bool kWantsArgument = false;
+    static constexpr bool kIsArgumentPositive = false;
+
+    HWY_INLINE float Exponent(std::size_t channel) const { return exponent[channel]; }
+
     template <class D, class V>
-    HWY_INLINE V ToExponent(D d, V const& in, int channel) const
+    HWY_INLINE V Argument(D d, V const& in, std::size_t /*channel*/) const
     {
-        const V x = ScaleUnlessOne<kScales>(d, in, inScale);
-        return ExponentOfPowerWhereAboveZero(d, x, x, exponent[channel]);
+        return ScaleUnlessOne<kScales>(d, in, inScale);
     }
 
     template <class D, class V>
-    HWY_INLINE V FromExponent(D d, V const& /*in*/, V const& e, int channel) const
+    HWY_INLINE V Finish(D d, V const& /*in*/, V const& power, std::size_t /*channel*/) const
     {
-        return ScaleUnlessOne<kScales>(d, PowerOfExponent(d, e, exponent[channel]), outScale);
+        return ScaleUnlessOne<kScales>(d, power, outScale);
     }
 };
 
@@ -50,29 +54,31 @@ struct GammaBasic : GammaBasicParameters
 template <bool kIsForward, bool kScales>
 struct GammaMoncurveCurves : GammaMoncurveParameters
 {
+    static constexpr bool kWantsArgument = false;
+    // The power is for what is above the break, which is not below 0. Only a scale may make a number from there zero.
+    static constexpr bool kIsArgumentPositive = kIsForward || !kScales;
+
+    HWY_INLINE float Exponent(std::size_t channel) const { return gamma[channel]; }
+
     template <class D, class V>
-    HWY_INLINE V ToExponent(D d, V const& in, int channel) const
+    HWY_INLINE V Argument(D d, V const& in, std::size_t channel) const
     {
-        if constexpr (kIsForward) // Above the break, which is not below 0, there is an offset to be above 0.
-            return ExponentOfPower(d, ScaleAndOffset(d, in, scale[channel], offset[channel]), gamma[channel]);
-        else if constexpr (!kScales)
-            return ExponentOfPower(d, in, gamma[channel]);
-        else // A number above the break may be so small that its scale makes it zero.
-        {
-            const V x = wide::Mul(in, hn::Set(d, depthScale));
-            return ExponentOfPowerWhereAboveZero(d, x, x, gamma[channel]);
-        }
+        if constexpr (kIsForward)
+            return ScaleAndOffset(d, in, scale[channel], offset[channel]);
+        else
+            return ScaleUnlessOne<kScales>(d, in, depthScale);
     }
 
     template <class D, class V>
-    HWY_INLINE V FromExponent(D d, V const& in, V const& e, int channel) const
+    HWY_INLINE V Finish(D d, V const& in, V const& power, std::size_t channel) const
     {
-        V p = PowerOfExponent(d, e, gamma[channel]);
+        V curve = power;
         if constexpr (kIsForward)
-            p = ScaleUnlessOne<kScales>(d, p, depthScale);
+            curve = ScaleUnlessOne<kScales>(d, power, depthScale);
         else
-            p = wide::Sub(wide::Mul(p, hn::Set(d, scale[channel])), hn::Set(d, offset[channel]));
-        return wide::IfThenElse(wide::Lt(hn::Set(d, breakPoint[channel]), in), p, wide::Mul(in, hn::Set(d, slope[channel])));
+            curve = wide::Sub(wide::Mul(power, hn::Set(d, scale[channel])), hn::Set(d, offset[channel]));
+        const V line = wide::Mul(in, hn::Set(d, slope[channel]));
+        return wide::IfThenElse(wide::Lt(hn::Set(d, breakPoint[channel]), in), curve, line);
     }
 };
 

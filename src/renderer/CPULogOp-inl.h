@@ -32,7 +32,7 @@ struct Log : LogParameters
     static constexpr std::size_t kVectors = kFewVectors;
 
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int /*channel*/) const
+    HWY_INLINE V Curve(D d, V in, std::size_t /*channel*/) const
     {
         return wide::Mul(FlooredLog2(d, wide::Mul(in, hn::Set(d, inScale))), hn::Set(d, outFactor));
     }
@@ -40,10 +40,8 @@ struct Log : LogParameters
 
 struct AntiLog : AntiLogParameters
 {
-    static constexpr std::size_t kVectors = kManyVectors;
-
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int /*channel*/) const
+    HWY_INLINE V Curve(D d, V in, std::size_t /*channel*/) const
     {
         const V x = wide::Mul(wide::Mul(in, hn::Set(d, inScale)), hn::Set(d, logScale));
         return wide::Mul(Exp2(d, x), hn::Set(d, outScale));
@@ -53,7 +51,7 @@ struct AntiLog : AntiLogParameters
 struct LinToLog : FilmLogParameters
 {
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int channel) const
+    HWY_INLINE V Curve(D d, V in, std::size_t channel) const
     {
         const V x = ScaleAndOffset(d, in, inScale[channel], inOffset[channel]);
         return ScaleAndOffset(d, FlooredLog2(d, x), outScale[channel], outOffset[channel]);
@@ -62,10 +60,8 @@ struct LinToLog : FilmLogParameters
 
 struct LogToLin : FilmLogParameters
 {
-    static constexpr std::size_t kVectors = kManyVectors;
-
     template <class D, class V>
-    HWY_INLINE V Curve(D d, V in, int channel) const
+    HWY_INLINE V Curve(D d, V in, std::size_t channel) const
     {
         const V x = wide::Mul(ScaleAndOffset(d, in, inScale[channel], inOffset[channel]), hn::Set(d, logScale));
         return ScaleAndOffset(d, Exp2(d, x), outScale[channel], outOffset[channel]);

@@ -7,7 +7,9 @@
 #endif
 
 #include "renderer/block.h"
+#include "renderer/quickPower-inl.h"
 #include "renderer/several-inl.h"
+#include "renderer/vectorMath-inl.h"
 
 #include <hwy/highway.h>
 
@@ -24,9 +26,6 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 // So many that the pipeline has enough to do, and so few that they find room in the registers.
 inline constexpr std::size_t kCurveVectors = HWY_TARGET <= HWY_AVX3 ? 8 : 4;
-
-// For kernels that gain more by eight vectors on AVX2 than they lose by the room that these take outside of the registers.
-inline constexpr std::size_t kManyVectors = HWY_TARGET <= HWY_AVX2 ? 8 : 4;
 
 // For short curves, as each of the two steps of a power is.
 inline constexpr std::size_t kFewVectors = 4;
@@ -46,13 +45,13 @@ HWY_INLINE void TakeStep(Step const& step, std::size_t count)
 template <class Kernel>
 inline constexpr bool kIsCurve = requires(Kernel const& kernel, hn::VFromD<hn::ScalableTag<float>> value)
 {
-    kernel.Curve(hn::ScalableTag<float>(), value, 0);
+    kernel.Curve(hn::ScalableTag<float>(), value, std::size_t{});
 };
 
 template <class Kernel>
-inline constexpr bool kIsPower = requires(Kernel const& kernel, hn::VFromD<hn::ScalableTag<float>>& value)
+inline constexpr bool kIsPower = requires(Kernel const& kernel, hn::VFromD<hn::ScalableTag<float>> value)
 {
-    kernel.ToExponent(hn::ScalableTag<float>(), value, 0);
+    kernel.Argument(hn::ScalableTag<float>(), value, std::size_t{});
 };
 
 // A whole curve.
@@ -60,7 +59,7 @@ template <class Kernel>
 struct CurveStep
 {
     Kernel const& kernel;
-    int channel;
+    std::size_t channel;
     float* plane;
 
     template <std::size_t kVectors>
@@ -71,12 +70,23 @@ struct CurveStep
     }
 };
 
+// The argument of a power. Where Finish wants it, it takes the place of the values.
+template <std::size_t kVectors, class Kernel>
+HWY_INLINE auto ArgumentAt(Kernel const& kernel, std::size_t channel, float* values)
+{
+    const hn::ScalableTag<float> d;
+    const auto argument = kernel.Argument(d, LoadVectors<kVectors>(d, values), channel);
+    if constexpr (Kernel::kWantsArgument)
+        StoreVectors(argument, d, values);
+    return argument;
+}
+
 // The two steps of a power.
 template <class Kernel>
 struct ToExponentStep
 {
     Kernel const& kernel;
-    int channel;
+    std::size_t channel;
     float* plane;
     float* exponents;
 
@@ -84,10 +94,8 @@ struct ToExponentStep
     HWY_INLINE void At(std::size_t i) const
     {
         const hn::ScalableTag<float> d;
-        auto values = LoadVectors<kVectors>(d, plane + i);
-        const auto exponent = kernel.ToExponent(d, values, channel);
-        StoreVectors(values, d, plane + i); // First, so that the compiler sees where they are what they were.
-        StoreVectors(exponent, d, exponents + i);
+        const auto argument = ArgumentAt<kVectors>(kernel, channel, plane + i);
+        StoreVectors(ExponentOfPower<Kernel::kIsArgumentPositive>(d, argument, kernel.Exponent(channel)), d, exponents + i);
     }
 };
 
@@ -95,7 +103,7 @@ template <class Kernel>
 struct FromExponentStep
 {
     Kernel const& kernel;
-    int channel;
+    std::size_t channel;
     float* plane;
     float const* exponents;
 
@@ -103,34 +111,155 @@ struct FromExponentStep
     HWY_INLINE void At(std::size_t i) const
     {
         const hn::ScalableTag<float> d;
-        const auto values = LoadVectors<kVectors>(d, plane + i);
-        StoreVectors(kernel.FromExponent(d, values, LoadVectors<kVectors>(d, exponents + i), channel), d, plane + i);
+        const auto power = PowerOfExponent(d, LoadVectors<kVectors>(d, exponents + i), kernel.Exponent(channel));
+        StoreVectors(kernel.Finish(d, LoadVectors<kVectors>(d, plane + i), power, channel), d, plane + i);
     }
 };
 
-// Replaces the values of a plane by those of a curve, an operation Curve(d, values, channel) on one vector or several. A power has
-// two instead: ToExponent(d, values, channel) gives the exponent of 2, and may change the values into what FromExponent(d, values,
-// exponents, channel) wants to know of them. The loop of each needs so few registers, and its operations wait so little for each
-// other, that both take less time than one loop.
+// The loop of each step needs so few registers, and its operations wait so little for each other, that both take less time than one
+// loop.
 template <class Kernel>
-HWY_INLINE void RunCurve(Kernel const& kernel, int channel, float* plane, Block& block, std::size_t count)
+HWY_INLINE void RunPowerInSteps(Kernel const& kernel, std::size_t channel, float* plane, Block& block, std::size_t count)
 {
-    if constexpr (kIsPower<Kernel>)
-    {
-        TakeStep<kFewVectors>(ToExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
-        TakeStep<kFewVectors>(FromExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
-    }
-    else
-        TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, plane}, count);
+    TakeStep<kFewVectors>(ToExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
+    TakeStep<kFewVectors>(FromExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
 }
 
-// Red, green and blue.
+#if HWY_TARGET <= HWY_AVX3
+// A power whose values are its arguments already.
+template <class Kernel>
+struct OfArgument : Kernel
+{
+    template <class D, class V>
+    HWY_INLINE V Argument(D, V const& in, std::size_t /*channel*/) const
+    {
+        return in;
+    }
+};
+
+// A power whose steps overlap: while some vectors get their logarithms, those before them go through the exponential. The two have
+// nothing to wait for from each other, and are in the processor's view together.
+template <class Kernel>
+struct QuickPower
+{
+    Kernel const& kernel;
+    Block& block;
+    float* planes[4];
+    float lowest[4]; // Exponents.
+
+    // Vectors that follow each other in a channel's plane.
+    struct Place
+    {
+        std::size_t channel;
+        float* values;
+    };
+
+    template <std::size_t kVectors>
+    HWY_INLINE auto ExponentsAt(Place place) const
+    {
+        const hn::ScalableTag<float> d;
+        const auto argument = ArgumentAt<kVectors>(kernel, place.channel, place.values);
+        return QuickExponentOfPower<Kernel::kIsArgumentPositive>(d, argument, kernel.Exponent(place.channel));
+    }
+
+    template <std::size_t kVectors, class V>
+    HWY_INLINE void FinishAt(Place place, V const& exponents) const
+    {
+        const hn::ScalableTag<float> d;
+        V power;
+        if (HWY_LIKELY(TryPowerOfExponent(d, exponents, lowest[place.channel], power)))
+            StoreVectors(kernel.Finish(d, LoadVectors<kVectors>(d, place.values), power, place.channel), d, place.values);
+        else
+            RunSlowly(place, kVectors * hn::Lanes(d));
+    }
+
+    HWY_NOINLINE void RunSlowly(Place place, std::size_t count) const
+    {
+        if constexpr (Kernel::kWantsArgument)
+            RunPowerInSteps(OfArgument<Kernel>{kernel}, place.channel, place.values, block, count);
+        else
+            RunPowerInSteps(kernel, place.channel, place.values, block, count);
+    }
+
+    // The planes from a channel on to another, excluded.
+    HWY_NOINLINE void Run(std::size_t channel, std::size_t end, std::size_t count) const
+    {
+        const std::size_t lanes = hn::Lanes(hn::ScalableTag<float>());
+        const std::size_t whole = count - count % (kFewVectors * lanes);
+        if (whole != 0)
+            RunWhole(channel, end, whole);
+        for (; channel < end; ++channel)
+            for (std::size_t i = whole; i < count; i += lanes)
+                FinishAt<1>({channel, planes[channel] + i}, ExponentsAt<1>({channel, planes[channel] + i}));
+    }
+
+    // The same for a multiple of the vectors that are worked on together. All planes are one row of places.
+    HWY_INLINE void RunWhole(std::size_t channel, std::size_t end, std::size_t count) const
+    {
+        constexpr std::size_t kVectors = kFewVectors;
+        Place place{channel, planes[channel]};
+        auto exponents = ExponentsAt<kVectors>(place);
+        std::size_t i = 0;
+        for (;;)
+        {
+            i += kVectors * hn::Lanes(hn::ScalableTag<float>());
+            if (i == count)
+            {
+                i = 0;
+                if (++channel == end)
+                    break;
+            }
+            const Place next{channel, planes[channel] + i};
+            const auto nextExponents = ExponentsAt<kVectors>(next);
+            FinishAt<kVectors>(place, exponents);
+            place = next;
+            exponents = nextExponents;
+        }
+        FinishAt<kVectors>(place, exponents);
+    }
+};
+
+// Whether all powers are such as QuickPower wants them.
+template <class Kernel>
+HWY_INLINE bool ArePowersQuick(Kernel const& kernel, std::size_t channel, std::size_t end)
+{
+    bool are = true;
+    for (; channel < end; ++channel)
+        are = are && kernel.Exponent(channel) >= kLeastQuickPower;
+    return are;
+}
+#endif
+
+// Replaces the values of the planes from a channel on to another, excluded, by those of a curve, an operation Curve(d, values,
+// channel) on one vector or several. A kernel that is a power has three operations instead: Argument(d, values, channel) gives what
+// is raised to the power of Exponent(channel), and Finish(d, values, power, channel) makes the result of that. kWantsArgument tells
+// that Finish gets the argument in place of the values, and kIsArgumentPositive that arguments are above 0 wherever the result
+// depends on the power.
+template <class Kernel>
+HWY_INLINE void RunCurvesOf(Kernel const& kernel, std::size_t channel, std::size_t end, Block& block, std::size_t count)
+{
+    float* const planes[] = {block.red, block.green, block.blue, block.alpha};
+#if HWY_TARGET <= HWY_AVX3
+    if constexpr (kIsPower<Kernel>)
+        if (HWY_LIKELY(ArePowersQuick(kernel, channel, end)))
+        {
+            QuickPower<Kernel> power{kernel, block, {block.red, block.green, block.blue, block.alpha}, {}};
+            for (std::size_t i = channel; i < end; ++i)
+                power.lowest[i] = LowestQuickExponent(kernel.Exponent(i));
+            return power.Run(channel, end, count);
+        }
+#endif
+    for (; channel < end; ++channel)
+        if constexpr (kIsPower<Kernel>)
+            RunPowerInSteps(kernel, channel, planes[channel], block, count);
+        else
+            TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, planes[channel]}, count);
+}
+
 template <class Kernel>
 HWY_INLINE void RunColorCurves(Kernel const& kernel, Block& block, std::size_t count)
 {
-    float* const planes[] = {block.red, block.green, block.blue};
-    for (int channel = 0; channel < 3; ++channel)
-        RunCurve(kernel, channel, planes[channel], block, count);
+    RunCurvesOf(kernel, 0, 3, block, count);
 }
 
 // Whether the vectors that hold the values are bit for bit the same, and of one value.
@@ -148,20 +277,6 @@ HWY_INLINE bool IsUniform(float const* plane, std::size_t count)
     return hn::AllTrue(di, hn::Eq(difference, hn::Zero(di)));
 }
 
-// Pictures without holes have one alpha all over, which is worth one vector's work only.
-template <class Kernel>
-HWY_INLINE void RunAlphaCurve(Kernel const& kernel, Block& block, std::size_t count)
-{
-    constexpr int kAlpha = 3;
-    if (!IsUniform(block.alpha, count))
-        return RunCurve(kernel, kAlpha, block.alpha, block, count);
-    const hn::ScalableTag<float> d;
-    RunCurve(kernel, kAlpha, block.alpha, block, 1);
-    const auto alpha = hn::Load(d, block.alpha);
-    for (std::size_t i = hn::Lanes(d); i < count; i += hn::Lanes(d))
-        hn::Store(alpha, d, block.alpha + i);
-}
-
 HWY_INLINE void ScalePlane(float* plane, std::size_t count, float scale)
 {
     const hn::ScalableTag<float> d;
@@ -169,23 +284,34 @@ HWY_INLINE void ScalePlane(float* plane, std::size_t count, float scale)
         hn::Store(hn::Mul(hn::Load(d, plane + i), hn::Set(d, scale)), d, plane + i);
 }
 
-// Where the parameters have a scale for alpha, that has no curve.
+// The curve of a plane whose values are all the same: one vector's work.
 template <class Kernel>
-HWY_INLINE void RunAlpha(Kernel const& kernel, Block& block, std::size_t count)
+HWY_INLINE void RunUniformCurve(Kernel const& kernel, std::size_t channel, float* plane, Block& block, std::size_t count)
 {
-    if constexpr (requires { kernel.alphaScale; })
-        ScalePlane(block.alpha, count, kernel.alphaScale);
-    else
-        RunAlphaCurve(kernel, block, count);
+    const hn::ScalableTag<float> d;
+    RunCurvesOf(kernel, channel, channel + 1, block, 1);
+    const auto value = hn::Load(d, plane);
+    for (std::size_t i = hn::Lanes(d); i < count; i += hn::Lanes(d))
+        hn::Store(value, d, plane + i);
 }
 
-// All channels of a kernel with curves. Alpha comes first: if one vector stands for all, the colours begin while that is reckoned.
+// All channels of a kernel with curves. Where the parameters have a scale for alpha, that has no curve. Pictures without holes have
+// one alpha all over; it comes first, so that the colours begin while it is reckoned.
 template <class Kernel>
 HWY_INLINE void RunCurves(Kernel const& kernel, Block& block, std::size_t count, Outputs outputs)
 {
+    constexpr std::size_t kAlpha = 3;
+    std::size_t channels = 3;
     if (outputs == Outputs::ColorsAndAlpha)
-        RunAlpha(kernel, block, count);
-    RunColorCurves(kernel, block, count);
+    {
+        if constexpr (requires { kernel.alphaScale; })
+            ScalePlane(block.alpha, count, kernel.alphaScale);
+        else if (IsUniform(block.alpha, count))
+            RunUniformCurve(kernel, kAlpha, block.alpha, block, count);
+        else
+            channels = 4;
+    }
+    RunCurvesOf(kernel, 0, channels, block, count);
 }
 
 } // namespace Rendering::HWY_NAMESPACE

@@ -38,6 +38,17 @@ HWY_INLINE V AtMost(V const& value, Limit const& limit)
 #endif
 }
 
+// The same, but a NaN stays one.
+template <class V, class Limit>
+HWY_INLINE V AtMostOrNaN(V const& value, Limit const& limit)
+{
+#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
+    return wide::Min(limit, value);
+#else
+    return wide::IfThenElse(wide::Lt(limit, value), limit, value);
+#endif
+}
+
 } // namespace Rendering::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 

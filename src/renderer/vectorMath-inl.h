@@ -12,6 +12,8 @@
 
 #include <hwy/highway.h>
 
+#include <limits>
+
 HWY_BEFORE_NAMESPACE();
 namespace Rendering::HWY_NAMESPACE
 {
@@ -34,6 +36,9 @@ HWY_INLINE V Exp2OfFraction(D d, V const& f)
     p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.69300383F));
     return wide::Add(wide::Mul(p, f), hn::Set(d, 1.0000026F));
 }
+
+// Up to this exponent of 2 powers are zero.
+constexpr float kLowestExponent = -126.0F;
 
 // Exponents that have no place in a normal float become -126.5 or 128.5, whose powers are made of the bits of zero and of infinity:
 // that is what the power is below -126 and from 128 on. A NaN counts as the lower limit.
@@ -97,14 +102,14 @@ HWY_INLINE bool AreFloorsIntegerParts(D d, V const& x, V const& floor)
     return areAll;
 }
 
-// A number times 2 to the power of the exponent's floor, or zero where the exponent is not above -126.
+// A number times 2 to the power of the exponent's floor, or zero where the exponent is up to the lowest.
 template <class V>
 HWY_INLINE V ScaledIfNormal(V const& numbers, V const& exponents)
 {
     return AtEach(
         [](auto number, auto exponent) HWY_ATTR
         {
-            const __mmask16 isNormal = _mm512_cmp_ps_mask(exponent.raw, _mm512_set1_ps(-126.0F), _CMP_GT_OQ);
+            const __mmask16 isNormal = _mm512_cmp_ps_mask(exponent.raw, _mm512_set1_ps(kLowestExponent), _CMP_GT_OQ);
             return hn::Vec512<float>{_mm512_maskz_scalef_ps(isNormal, number.raw, exponent.raw)};
         },
         numbers, exponents);
@@ -112,7 +117,7 @@ HWY_INLINE V ScaledIfNormal(V const& numbers, V const& exponents)
 
 // Rounding down and scaling by a power of two are one instruction each, which knows overflow. They do not fit for negative whole
 // numbers, infinity and NaN.
-template <bool kKeepsNaN, class D, class V>
+template <class D, class V>
 HWY_INLINE V QuickExp2(D d, V const& x)
 {
     const V floor = wide::Floor(x);
@@ -124,12 +129,9 @@ HWY_INLINE V QuickExp2(D d, V const& x)
         const V integer = IntegerPart(d, limited);
         fraction = wide::Sub(limited, integer);
         exponent = wide::Add(integer, hn::Set(d, 0.5F)); // Whose floor is the integer, though it be -127.
-        if constexpr (kKeepsNaN)
-        {
-            const auto isNumber = wide::Eq(x, x);
-            fraction = wide::IfThenElse(isNumber, fraction, QuietNaN(d));
-            exponent = wide::IfThenElse(isNumber, exponent, hn::Zero(d));
-        }
+        const auto isNumber = wide::Eq(x, x);
+        fraction = wide::IfThenElse(isNumber, fraction, QuietNaN(d));
+        exponent = wide::IfThenElse(isNumber, exponent, hn::Zero(d));
     }
     return ScaledIfNormal(Exp2OfFraction(d, fraction), exponent);
 }
@@ -166,44 +168,51 @@ HWY_INLINE V Exp2(D d, V const& x)
 {
 #if HWY_TARGET <= HWY_AVX3
     if constexpr (sizeof(hn::VFromD<D>) == 64)
-        return QuickExp2<true>(d, x);
+        return QuickExp2(d, x);
 #endif
     return wide::IfThenElse(wide::Eq(x, x), LimitedExp2(d, x), QuietNaN(d));
 }
 
-// The logarithm to base 2 of a positive, normal x: a polynomial of the mantissa in 1 to 2, plus the exponent. What it gives for
-// other x means nothing, but is finite.
+// The polynomial of the logarithm to base 2 of a mantissa, from 1 to 2.
 template <class D, class V>
-HWY_INLINE V Log2(D d, V const& x)
+HWY_INLINE V Log2OfMantissa(D d, V const& m)
 {
-    const hn::RebindToUnsigned<D> du;
-    const auto bits = wide::BitCast(du, x);
-    const auto mantissaBits = wide::Or(wide::AndNot(hn::Set(du, 0x7f800000U), bits), hn::Set(du, 0x3f800000U));
-    const V m = wide::BitCast(d, mantissaBits);
-    // What the mantissa lacks of the bits is the exponent times 2^23. Its product is exact, so that a fused addition, where there
-    // is one, gives the same sum as any.
-    const V exponent = wide::ConvertTo(d, wide::BitCast(hn::RebindToSigned<D>(), wide::Sub(bits, mantissaBits)));
-
     V p = wide::Sub(wide::Mul(hn::Set(d, 0.044873614F), m), hn::Set(d, 0.41656372F));
     p = wide::Add(wide::Mul(p, m), hn::Set(d, 1.6311488F));
     p = wide::Sub(wide::Mul(p, m), hn::Set(d, 3.550793F));
     p = wide::Add(wide::Mul(p, m), hn::Set(d, 5.091711F));
-    p = wide::Sub(wide::Mul(p, m), hn::Set(d, 2.800364F));
-    return wide::MulAdd(exponent, hn::Set(d, 0x1p-23F), p);
+    return wide::Sub(wide::Mul(p, m), hn::Set(d, 2.800364F));
 }
 
-// The exponent of 2 for x to the power e. What it gives for x that are not above 0 means nothing.
+// The mantissa of a positive, normal x, in 1 to 2.
 template <class D, class V>
+HWY_INLINE V MantissaOfNormal(D d, V const& x)
+{
+    return wide::Or(wide::AndNot(hn::Set(d, std::numeric_limits<float>::infinity()), x), hn::Set(d, 1.0F));
+}
+
+// The logarithm to base 2 of a positive, normal x: that of the mantissa, plus the exponent. What it gives for other x means
+// nothing, but is finite.
+template <class D, class V>
+HWY_INLINE V Log2(D d, V const& x)
+{
+    const hn::RebindToSigned<D> di;
+    const V m = MantissaOfNormal(d, x);
+    // What the mantissa lacks of the bits is the exponent times 2^23. Its product is exact, so that a fused addition, where there
+    // is one, gives the same sum as any.
+    const V exponent = wide::ConvertTo(d, wide::Sub(wide::BitCast(di, x), wide::BitCast(di, m)));
+    return wide::MulAdd(exponent, hn::Set(d, 0x1p-23F), Log2OfMantissa(d, m));
+}
+
+// The exponent of 2 for x to the power e; where x is not above 0, one whose power is zero, or, if no x is so, anything.
+template <bool kIsPositive, class D, class V>
 HWY_INLINE V ExponentOfPower(D d, V const& x, float e)
 {
-    return wide::Mul(hn::Set(d, e == e ? e : 0.0F), Log2(d, x));
-}
-
-// The same, or where another value is not above 0 an exponent whose power is zero.
-template <class D, class V>
-HWY_INLINE V ExponentOfPowerWhereAboveZero(D d, V const& value, V const& x, float e)
-{
-    return wide::IfThenElse(wide::Gt(value, hn::Zero(d)), ExponentOfPower(d, x, e), hn::Set(d, -126.5F));
+    const V exponent = wide::Mul(hn::Set(d, e == e ? e : 0.0F), Log2(d, x));
+    if constexpr (kIsPositive)
+        return exponent;
+    else
+        return wide::IfThenElse(wide::Gt(x, hn::Zero(d)), exponent, hn::Set(d, -126.5F));
 }
 
 // The power from that. A NaN as e gives the quiet NaN. Exponents are hardly ever whole numbers: the logarithm of 1 is a bit off 0.
@@ -211,10 +220,8 @@ template <class D, class V>
 HWY_INLINE V PowerOfExponent(D d, V const& exponent, float e)
 {
     if (HWY_UNLIKELY(e != e))
-        return wide::IfThenElseZero(wide::Gt(exponent, hn::Set(d, -126.0F)), QuietNaN(d));
-#if HWY_TARGET <= HWY_AVX3
-    return QuickExp2<false>(d, exponent);
-#elif HWY_TARGET <= HWY_AVX2
+        return wide::IfThenElseZero(wide::Gt(exponent, hn::Set(d, kLowestExponent)), QuietNaN(d));
+#if HWY_TARGET <= HWY_AVX2 && HWY_TARGET > HWY_AVX3
     return QuickExp2(d, exponent);
 #else
     return LimitedExp2(d, exponent);

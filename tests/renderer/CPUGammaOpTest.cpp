@@ -86,6 +86,21 @@ std::vector<float> ramp()
 
 constexpr double kRampLog = 12.0; // The logarithm's magnitude at the ramp's first step.
 
+// Pixels of ordinary numbers, with a number that a quick power would get wrong here and there: each in many places of a vector, and
+// far enough from the next for there to be vectors without any.
+std::vector<float> rareAmongOrdinary()
+{
+    float const infinity = std::numeric_limits<float>::infinity();
+    float const rare[] = {0.0F,        -0.0F,     -0.25F,    NAN,         infinity,    -infinity, 0x1p-149F,
+                          0x1.8p-130F, 0x1p-126F, 0x1p-125F, 0x1.8p-125F, 0x1.8p-100F, 0x1p+64F,  0x1.8p+127F};
+    std::vector<float> values(4 * 67 * 3 * std::size(rare));
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<float>(i % 127 + 1) / 128.0F;
+    for (std::size_t i = 0; i < values.size() / 67; ++i)
+        values[i * 67 + i % 5] = rare[i % std::size(rare)];
+    return values;
+}
+
 } // namespace
 
 TEST(GammaRenderer, TheKindFollowsFromTheStyle)
@@ -151,6 +166,38 @@ TEST(GammaRenderer, BasicHasTheBitsOfItsFormulaWhereTheExponentOfTwoIsWhole)
     std::vector<float> expected(pixels.size());
     std::transform(pixels.begin(), pixels.end(), expected.begin(), [&](float x) { return PolynomialModel::power(x, exponent); });
     forEveryTarget([&] { expectSameFloats(expected, render(gamma(Style::BasicFwd, {exponent}), pixels)); });
+}
+
+TEST(GammaRenderer, BasicHasTheBitsOfItsFormulaForNumbersThatAreHardlyEverMet)
+{
+    std::vector<float> const in = rareAmongOrdinary();
+    for (double const exponent : {1.0, 2.4, 10.0})
+    {
+        std::vector<float> forward;
+        std::vector<float> reverse;
+        for (float const x : in)
+        {
+            forward.push_back(PolynomialModel::power(x, static_cast<float>(exponent)));
+            reverse.push_back(PolynomialModel::power(x, static_cast<float>(1.0 / exponent)));
+        }
+        forEveryTarget([&] { expectSameFloats(forward, render(gamma(Style::BasicFwd, {exponent}), in)); });
+        forEveryTarget([&] { expectSameFloats(reverse, render(gamma(Style::BasicRev, {exponent}), in)); });
+    }
+}
+
+TEST(GammaRenderer, MoncurveHasTheBitsOfItsFormulaForNumbersThatAreHardlyEverMet)
+{
+    std::vector<float> const in = rareAmongOrdinary();
+    Params const sRGB{2.4, 0.055};
+    std::vector<float> forward;
+    std::vector<float> reverse;
+    for (float const x : in)
+    {
+        forward.push_back(Curve(sRGB).forward(x, 1.0, 1.0));
+        reverse.push_back(Curve(sRGB).reverse(x, 1.0, 1.0));
+    }
+    forEveryTarget([&] { expectSameFloats(forward, render(gamma(Style::MoncurveFwd, sRGB), in)); });
+    forEveryTarget([&] { expectSameFloats(reverse, render(gamma(Style::MoncurveRev, sRGB), in)); });
 }
 
 TEST(GammaRenderer, TakesTheScalesOfItsDepthsIntoItsConstants)
