@@ -121,9 +121,9 @@ HWY_INLINE CodeChannels LoadCodes3(const std::uint8_t* p)
 
 #if TAVRIN_PACKS_SATURATE
 
-HWY_INLINE void StoreBlock(__m128i block, void* p)
+HWY_INLINE void Store128(__m128i bits, void* p)
 {
-    _mm_storeu_si128(static_cast<__m128i*>(p), block);
+    _mm_storeu_si128(static_cast<__m128i*>(p), bits);
 }
 
 // Per block of 128 bits, four pixels of three bytes and four bytes that nobody wants; then the pixels of all blocks together.
@@ -136,10 +136,10 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint8_t* p)
     const __m512i places = _mm512_setr_epi32(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 15, 15, 15, 15);
     const __m512i together = _mm512_permutexvar_epi32(places, pixels.raw);
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_castsi512_si256(together));
-    StoreBlock(_mm512_extracti32x4_epi32(together, 2), p + 32);
+    Store128(_mm512_extracti32x4_epi32(together, 2), p + 32);
 #elif HWY_TARGET == HWY_AVX2
     const __m256i together = _mm256_permutevar8x32_epi32(pixels.raw, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
-    StoreBlock(_mm256_castsi256_si128(together), p);
+    Store128(_mm256_castsi256_si128(together), p);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 16), _mm256_extracti128_si256(together, 1));
 #else
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p), pixels.raw);
@@ -205,12 +205,12 @@ HWY_INLINE void StoreCodes3(CodeChannels const& c, std::uint16_t* p)
     const Shorts low = interleave(0);
     const Shorts high = interleave(1);
 #if HWY_TARGET == HWY_AVX2
-    StoreBlock(_mm256_castsi256_si128(low.raw), p);
+    Store128(_mm256_castsi256_si128(low.raw), p);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), _mm256_castsi256_si128(high.raw));
-    StoreBlock(_mm256_extracti128_si256(low.raw, 1), p + 12);
+    Store128(_mm256_extracti128_si256(low.raw, 1), p + 12);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 20), _mm256_extracti128_si256(high.raw, 1));
 #else
-    StoreBlock(low.raw, p);
+    Store128(low.raw, p);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 8), high.raw);
 #endif
 #endif
