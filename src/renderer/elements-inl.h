@@ -6,6 +6,7 @@
 #define TAVRIN_RENDERER_ELEMENTS_INL_H
 #endif
 
+#include "renderer/cacheLine.h"
 #include "renderer/gather-inl.h"
 #include "renderer/halfFloat-inl.h"
 #include "renderer/limit-inl.h"
@@ -24,8 +25,6 @@ namespace Rendering::HWY_NAMESPACE
 {
 
 namespace hn = hwy::HWY_NAMESPACE;
-
-constexpr std::size_t kCacheLine = 64;
 
 // Whether codes below 0 become 0 as 32-bit integers are packed.
 #undef TAVRIN_PACKS_SATURATE
@@ -66,6 +65,15 @@ HWY_INLINE void Prefetch(const std::uint8_t* p)
         return _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_NTA);
 #endif
     hwy::Prefetch(p);
+}
+
+HWY_INLINE void PrefetchIntoSecondLevel(const std::uint8_t* p)
+{
+#if HWY_ARCH_X86
+    _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T1);
+#else
+    hwy::Prefetch(p);
+#endif
 }
 
 // Unsigned integers of 8 or 16 bits; kMax is the depth's highest code.

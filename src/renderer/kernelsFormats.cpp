@@ -8,6 +8,7 @@
 #include <hwy/highway.h>
 
 #include "renderer/CPULut1DOp.h"
+#include "renderer/cacheLine.h"
 #include "renderer/elements-inl.h"
 #include "renderer/formats-inl.h"
 #include "renderer/gather-inl.h"
@@ -85,7 +86,7 @@ HWY_INLINE void CopyIn(const std::uint8_t* p, std::size_t bytes, std::uint8_t* b
         hn::Store(hn::MaskedLoad(FirstBytes(bytes - i), du8, p + i), du8, buffer + i);
 }
 
-HWY_INLINE void CopyOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
+HWY_INLINE void CopyPartOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
 {
     const hn::Repartition<std::uint8_t, D> du8;
     for (std::size_t i = 0; i < bytes; i += kCacheLine)
@@ -99,12 +100,24 @@ HWY_INLINE void CopyIn(const std::uint8_t* p, std::size_t bytes, std::uint8_t* b
     std::memcpy(buffer, p, bytes);
 }
 
-HWY_INLINE void CopyOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
+HWY_INLINE void CopyPartOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
 {
     std::memcpy(p, buffer, bytes);
 }
 
 #endif
+
+// Whole registers are streamed too: lines of the cache that are written the ordinary way have to be read first.
+template <bool kStream>
+HWY_INLINE void CopyOut(const std::uint8_t* buffer, std::size_t bytes, std::uint8_t* p)
+{
+    const D d;
+    const std::size_t registerBytes = hn::Lanes(d) * sizeof(float);
+    std::size_t i = 0;
+    for (; kStream && i + registerBytes <= bytes; i += registerBytes)
+        StoreVector<kStream>(hn::Load(d, reinterpret_cast<const float*>(buffer + i)), reinterpret_cast<float*>(p + i));
+    CopyPartOut(buffer + i, bytes - i, p + i);
+}
 
 template <class Format, class Content>
 HWY_INLINE void LoadVector(const std::uint8_t* p, unsigned int at, Block& block)
@@ -188,14 +201,22 @@ private:
     unsigned int m_first;
 };
 
-// Asks for the source of as many pixels as a vector holds.
+// Asks for the source of so many pixels.
 template <bool kStream>
-HWY_INLINE void Prefetch(UpcomingPixels& upcoming)
+HWY_INLINE void Prefetch(UpcomingPixels& upcoming, unsigned int pixels)
 {
     const std::uint8_t* const begin = static_cast<const std::uint8_t*>(upcoming.begin);
-    const std::size_t bytes = hn::Lanes(D()) * upcoming.pixelBytes;
-    for (std::size_t i = 0; i < bytes; i += kCacheLine)
-        Prefetch<kStream>(begin + i);
+    const std::size_t bytes = std::size_t{pixels} * upcoming.pixelBytes;
+    if (upcoming.intoSecondLevel)
+    {
+        for (std::size_t i = 0; i < bytes; i += kCacheLine)
+            PrefetchIntoSecondLevel(begin + i);
+    }
+    else
+    {
+        for (std::size_t i = 0; i < bytes; i += kCacheLine)
+            Prefetch<kStream>(begin + i);
+    }
     upcoming.begin = begin + bytes;
 }
 
@@ -206,24 +227,17 @@ HWY_INLINE void StorePart(Pixels const& pixels, unsigned int begin, unsigned int
     unsigned int i = begin;
     for (; i + lanes <= end; i += lanes, p += lanes * Format::kPixelBytes)
     {
-        Prefetch<kStream>(upcoming);
+        Prefetch<kStream>(upcoming, lanes);
         pixels.template StoreVector<Format, kStream>(i, p);
     }
     if (i < end)
     {
+        if (i > begin) // in lines of a few pixels it takes longer than it saves
+            Prefetch<kStream>(upcoming, end - i);
         alignas(64) std::uint8_t rest[hn::MaxLanes(D()) * kMaxPixelBytes];
         pixels.template StoreVector<Format, false>(i, rest);
-        CopyOut(rest, (end - i) * Format::kPixelBytes, p);
+        CopyOut<kStream>(rest, (end - i) * Format::kPixelBytes, p);
     }
-}
-
-// The bytes up to the first 64-byte boundary that a pixel begins on, if there is one.
-HWY_INLINE std::size_t GapToLine(const std::uint8_t* p, std::size_t pixelBytes)
-{
-    std::size_t gap = (kCacheLine - reinterpret_cast<std::uintptr_t>(p) % kCacheLine) % kCacheLine;
-    while (gap % pixelBytes != 0 && gap < 2 * kCacheLine) // those of three channels begin on every third one
-        gap += kCacheLine;
-    return gap;
 }
 
 // Pixels up to the boundary go the ordinary way, and so does everything where no pixel begins on one.
@@ -233,7 +247,7 @@ HWY_INLINE void StorePixels(Pixels const& pixels, unsigned int count, void* dest
     std::uint8_t* const p = static_cast<std::uint8_t*>(destination);
     if constexpr (kStream)
     {
-        const std::size_t gap = GapToLine(p, Format::kPixelBytes);
+        const std::size_t gap = bytesToCacheLine(p, Format::kPixelBytes);
         const unsigned int ordinary = static_cast<unsigned int>(gap / Format::kPixelBytes);
         if (gap % Format::kPixelBytes == 0 && ordinary < count)
         {

@@ -23,6 +23,8 @@ struct UpcomingPixels
 {
     void const* begin;
     unsigned int pixelBytes;
+    // Not into the first level, which waits for some two dozen lines of the cache at a time: too few to keep the memory busy.
+    bool intoSecondLevel = false;
 };
 
 // Writes pixels of the block. Integer depths: 0.5 is added, then clamped and truncated, a NaN becomes 0; halfs are

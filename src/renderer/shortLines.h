@@ -13,7 +13,8 @@ namespace Rendering
 struct Lut1DParameters;
 
 // Colours become the entries of their codes, alpha stays as it is. The destination goes past the caches; it begins at a multiple of
-// eight bytes.
+// eight bytes. Destinations that stay in them have no function: of ordinary stores the compiler makes vectors, which are slower
+// than the way through blocks.
 using ShortLineFunction = void (*)(Lut1DParameters const& tables, std::uint8_t const* source, std::uint8_t* destination,
                                    std::size_t count);
 
