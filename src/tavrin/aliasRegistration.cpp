@@ -22,9 +22,7 @@ void AliasRegistration::registerTo(std::set<std::string> const& aliases)
 
 void AliasRegistration::deregister()
 {
-    if (m_aliases.empty())
-        return;
-    auto const lock = Color::lockPreferences();
+    auto const lock = Color::lockPreferences(); // Another thread may be at the aliases, in the observer's update.
     if (std::shared_ptr<Color::Preferences> const preferences = m_preferences.lock())
     {
         for (std::string const& alias : m_aliases)

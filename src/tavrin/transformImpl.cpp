@@ -81,7 +81,7 @@ Transform::Transform(std::shared_ptr<Color::Transform> transform, std::string co
 {
     if (!m_transform->hasReferences())
         return;
-    m_registration.emplace(*this);
+    m_registration = std::make_unique<AliasRegistration>(*this);
     auto const lock = Color::lockPreferences();
     if (m_transform->hasUnresolvedReferences() || m_transform->hasAliasReferencesToResolve())
         _resolve(RESOLVE_GRAPHICS_MONITOR);

@@ -12,7 +12,6 @@
 
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 
 namespace Tavrin::Impl
@@ -93,7 +92,9 @@ private:
     std::string const m_fullPath;
     ResolveFlags m_resolveFlags = RESOLVE_BROADCAST_MONITOR;
     GPUAdaptorPtr m_gpuAdaptor;
-    std::optional<AliasRegistration> m_registration; // Of a transform with references. Last, as it wants to be.
+    // Of a transform with references. Last, as it wants to be; and its destructor ends before the pointer changes, which update
+    // reads.
+    std::unique_ptr<AliasRegistration> m_registration;
 };
 
 } // namespace Tavrin::Impl
