@@ -47,7 +47,8 @@ void readOffsets(MatrixOp const& op, Parameters& parameters)
 }
 
 // A scale from 8 bits to 8 bits that leaves alpha alone. There is an entry for every byte, so that a target that looks bytes up
-// need not reckon; what the entries hold is what the kernel and the store make of each byte.
+// need not reckon; what the entries hold is what the kernel and the store make of each byte. Large regions have such tables made
+// while they are rendered, whatever the renderers; for small ones, which that does not pay for, these lie ready.
 class ByteScaleRenderer : public StaticRenderer<RendererKind::ScaleRenderer, ScaleParameters>
 {
 public:
