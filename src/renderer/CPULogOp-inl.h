@@ -40,6 +40,8 @@ struct Log : LogParameters
 
 struct AntiLog : AntiLogParameters
 {
+    static constexpr std::size_t kVectors = kManyVectors;
+
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, std::size_t /*channel*/) const
     {
@@ -60,6 +62,8 @@ struct LinToLog : FilmLogParameters
 
 struct LogToLin : FilmLogParameters
 {
+    static constexpr std::size_t kVectors = kManyVectors;
+
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, std::size_t channel) const
     {

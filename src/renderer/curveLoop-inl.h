@@ -27,6 +27,9 @@ namespace hn = hwy::HWY_NAMESPACE;
 // So many that the pipeline has enough to do, and so few that they find room in the registers.
 inline constexpr std::size_t kCurveVectors = HWY_TARGET <= HWY_AVX3 ? 8 : 4;
 
+// For kernels that gain more by eight vectors on AVX2 than they lose by the room that these take outside of the registers.
+inline constexpr std::size_t kManyVectors = HWY_TARGET <= HWY_AVX2 ? 8 : 4;
+
 // For short curves, as each of the two steps of a power is.
 inline constexpr std::size_t kFewVectors = 4;
 
