@@ -329,7 +329,8 @@ TEST_F(FollowedReferences, AreDroppedWhileTheyLeadNowhere)
 TEST_F(FollowedReferences, AreLoadedAndFinalizedByThreadsWhileAnotherOneChangesTheirAlias)
 {
     constexpr int kRounds = 20;
-    std::string const root = write("root.ctf", kByAlias);
+    // Not the file of the transform below, which is written while the threads read.
+    std::string const root = write("readByThreads.ctf", kByAlias);
     std::string const paths[] = {m_folder.file("two.ctf"), write("three.ctf", scale("3"))};
     std::vector<std::thread> threads;
     for (int i = 0; i < 2; ++i)
