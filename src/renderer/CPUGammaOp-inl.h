@@ -72,7 +72,7 @@ struct GammaMoncurveCurves : GammaMoncurveParameters
     template <class D, class V>
     HWY_INLINE V Finish(D d, V const& in, V const& power, std::size_t channel) const
     {
-        V curve = power;
+        V curve;
         if constexpr (kIsForward)
             curve = ScaleUnlessOne<kScales>(d, power, depthScale);
         else

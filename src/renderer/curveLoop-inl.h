@@ -57,6 +57,12 @@ inline constexpr bool kIsPower = requires(Kernel const& kernel, hn::VFromD<hn::S
     kernel.Argument(hn::ScalableTag<float>(), value, std::size_t{});
 };
 
+HWY_INLINE float* PlaneOf(Block& block, std::size_t channel)
+{
+    float* const planes[] = {block.red, block.green, block.blue, block.alpha};
+    return planes[channel];
+}
+
 // A whole curve.
 template <class Kernel>
 struct CurveStep
@@ -148,7 +154,7 @@ struct QuickPower
     Kernel const& kernel;
     Block& block;
     float* planes[4];
-    float lowest[4]; // Exponents.
+    float lowest[4]; // Exponents; they lie in memory, from where a vector of one costs no register.
 
     // Vectors that follow each other in a channel's plane.
     struct Place
@@ -233,6 +239,22 @@ HWY_INLINE bool ArePowersQuick(Kernel const& kernel, std::size_t channel, std::s
 }
 #endif
 
+template <class Kernel>
+HWY_INLINE void RunPowers(Kernel const& kernel, std::size_t channel, std::size_t end, Block& block, std::size_t count)
+{
+#if HWY_TARGET <= HWY_AVX3
+    if (HWY_LIKELY(ArePowersQuick(kernel, channel, end)))
+    {
+        QuickPower<Kernel> power{kernel, block, {block.red, block.green, block.blue, block.alpha}, {}};
+        for (std::size_t i = channel; i < end; ++i)
+            power.lowest[i] = LowestQuickExponent(kernel.Exponent(i));
+        return power.Run(channel, end, count);
+    }
+#endif
+    for (; channel < end; ++channel)
+        RunPowerInSteps(kernel, channel, PlaneOf(block, channel), block, count);
+}
+
 // Replaces the values of the planes from a channel on to another, excluded, by those of a curve, an operation Curve(d, values,
 // channel) on one vector or several. A kernel that is a power has three operations instead: Argument(d, values, channel) gives what
 // is raised to the power of Exponent(channel), and Finish(d, values, power, channel) makes the result of that. kWantsArgument tells
@@ -241,22 +263,13 @@ HWY_INLINE bool ArePowersQuick(Kernel const& kernel, std::size_t channel, std::s
 template <class Kernel>
 HWY_INLINE void RunCurvesOf(Kernel const& kernel, std::size_t channel, std::size_t end, Block& block, std::size_t count)
 {
-    float* const planes[] = {block.red, block.green, block.blue, block.alpha};
-#if HWY_TARGET <= HWY_AVX3
     if constexpr (kIsPower<Kernel>)
-        if (HWY_LIKELY(ArePowersQuick(kernel, channel, end)))
-        {
-            QuickPower<Kernel> power{kernel, block, {block.red, block.green, block.blue, block.alpha}, {}};
-            for (std::size_t i = channel; i < end; ++i)
-                power.lowest[i] = LowestQuickExponent(kernel.Exponent(i));
-            return power.Run(channel, end, count);
-        }
-#endif
-    for (; channel < end; ++channel)
-        if constexpr (kIsPower<Kernel>)
-            RunPowerInSteps(kernel, channel, planes[channel], block, count);
-        else
-            TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, planes[channel]}, count);
+        RunPowers(kernel, channel, end, block, count);
+    else
+    {
+        for (; channel < end; ++channel)
+            TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, PlaneOf(block, channel)}, count);
+    }
 }
 
 template <class Kernel>

@@ -28,8 +28,8 @@ HWY_INLINE V AtLeast(V const& value, Limit const& limit)
 }
 
 // The value where it is below the limit, else the limit.
-template <class V, class Limit>
-HWY_INLINE V AtMost(V const& value, Limit const& limit)
+template <class Value, class Limit>
+HWY_INLINE auto AtMost(Value const& value, Limit const& limit)
 {
 #if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
     return wide::Min(value, limit);
@@ -38,15 +38,11 @@ HWY_INLINE V AtMost(V const& value, Limit const& limit)
 #endif
 }
 
-// The same, but a NaN stays one.
+// The same, but a NaN stays one: the limit where it is below the value, else the value.
 template <class V, class Limit>
 HWY_INLINE V AtMostOrNaN(V const& value, Limit const& limit)
 {
-#if HWY_TARGET != HWY_SCALAR && HWY_ARCH_X86
-    return wide::Min(limit, value);
-#else
-    return wide::IfThenElse(wide::Lt(limit, value), limit, value);
-#endif
+    return AtMost(limit, value);
 }
 
 } // namespace Rendering::HWY_NAMESPACE
