@@ -30,6 +30,7 @@ std::map<BlockFunction, std::string> kernelNames()
     return {
 #define TAVRIN_KERNEL(name, Parameters) {Rendering::getArithmeticKernel(ArithmeticKernel::name), #name},
 #include "renderer/arithmeticKernels.def"
+#include "renderer/curveKernels.def"
 #undef TAVRIN_KERNEL
 #define TAVRIN_KERNEL(name, Parameters) {Rendering::getTableKernel(TableKernel::name), #name},
 #include "renderer/tableKernels.def"

@@ -60,6 +60,8 @@ struct GammaMoncurveCurves : GammaMoncurveParameters
 
     HWY_INLINE float Exponent(std::size_t channel) const { return gamma[channel]; }
 
+    HWY_INLINE bool ArePowersNormal() const { return arePowersNormal; }
+
     template <class D, class V>
     HWY_INLINE V Argument(D d, V const& in, std::size_t channel) const
     {

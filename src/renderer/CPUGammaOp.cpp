@@ -6,6 +6,9 @@
 #include "renderer/opRenderers.h"
 #include "transform/gammaOp.h"
 
+#include <cmath>
+#include <limits>
+
 namespace Rendering
 {
 
@@ -41,7 +44,15 @@ void appendBasic(GammaOp const& op, TransformProcessor& processor, bool isForwar
 using ComputeParams = void (*)(GammaOp::Params const& params, Color::BitDepth in, Color::BitDepth out,
                                gammaOpUtil::MoncurveParams& result);
 
-GammaMoncurveParameters moncurveParameters(GammaOp const& op, ComputeParams compute, float depthScale)
+// Whether the least argument is a normal number, and so are all powers from its own on. The kernels' logarithms are a little off.
+bool isPowerNormal(float leastArgument, float exponent)
+{
+    constexpr float kAllowance = 1.0F;
+    return leastArgument >= std::numeric_limits<float>::min() && exponent > 0.0F &&
+           exponent * (std::log2(leastArgument) - kAllowance) > static_cast<float>(std::numeric_limits<float>::min_exponent);
+}
+
+GammaMoncurveParameters moncurveParameters(GammaOp const& op, ComputeParams compute)
 {
     ChannelParams channels;
     getChannels(op, channels);
@@ -56,8 +67,27 @@ GammaMoncurveParameters moncurveParameters(GammaOp const& op, ComputeParams comp
         parameters.slope[c] = static_cast<float>(curve.slope);
         parameters.scale[c] = static_cast<float>(curve.scale);
     }
-    parameters.depthScale = depthScale;
     return parameters;
+}
+
+GammaMoncurveParameters forwardParameters(GammaOp const& op)
+{
+    GammaMoncurveParameters p = moncurveParameters(op, &gammaOpUtil::computeParamsFwd);
+    p.depthScale = Tavrin::getBitDepthMaxValue(op.getOutputBitDepth());
+    p.arePowersNormal = true;
+    for (unsigned int c = 0; c < 4; ++c)
+        p.arePowersNormal &= isPowerNormal(p.breakPoint[c] * p.scale[c] + p.offset[c], p.gamma[c]);
+    return p;
+}
+
+GammaMoncurveParameters reverseParameters(GammaOp const& op)
+{
+    GammaMoncurveParameters p = moncurveParameters(op, &gammaOpUtil::computeParamsRev);
+    p.depthScale = 1.0F / Tavrin::getBitDepthMaxValue(op.getInputBitDepth());
+    p.arePowersNormal = true;
+    for (unsigned int c = 0; c < 4; ++c)
+        p.arePowersNormal &= isPowerNormal(p.breakPoint[c] * p.depthScale, p.gamma[c]);
+    return p;
 }
 
 } // namespace
@@ -71,13 +101,11 @@ void GammaRenderer::addAlgorithm(GammaOp const& op, TransformProcessor& processo
     case GammaOp::GammaStyle::BasicRev:
         return appendBasic(op, processor, false);
     case GammaOp::GammaStyle::MoncurveFwd:
-        return appendStatic<RendererKind::GammaMoncurveRendererFwd>(
-            op, processor, ArithmeticKernel::GammaMoncurveFwd,
-            moncurveParameters(op, &gammaOpUtil::computeParamsFwd, Tavrin::getBitDepthMaxValue(op.getOutputBitDepth())));
+        return appendStatic<RendererKind::GammaMoncurveRendererFwd>(op, processor, ArithmeticKernel::GammaMoncurveFwd,
+                                                                    forwardParameters(op));
     case GammaOp::GammaStyle::MoncurveRev:
-        return appendStatic<RendererKind::GammaMoncurveRendererRev>(
-            op, processor, ArithmeticKernel::GammaMoncurveRev,
-            moncurveParameters(op, &gammaOpUtil::computeParamsRev, 1.0F / Tavrin::getBitDepthMaxValue(op.getInputBitDepth())));
+        return appendStatic<RendererKind::GammaMoncurveRendererRev>(op, processor, ArithmeticKernel::GammaMoncurveRev,
+                                                                    reverseParameters(op));
     }
 }
 

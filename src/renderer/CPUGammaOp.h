@@ -15,7 +15,8 @@ struct GammaBasicParameters
     float exponent[4];
 };
 
-// The values of gammaOpUtil::MoncurveParams, and the scale of the other depth.
+// The values of gammaOpUtil::MoncurveParams, and the scale of the other depth. Powers are normal numbers where they are for all
+// that is above the break.
 struct GammaMoncurveParameters
 {
     static constexpr bool kIsChannelwise = true;
@@ -26,6 +27,7 @@ struct GammaMoncurveParameters
     float slope[4];
     float scale[4];
     float depthScale;
+    bool arePowersNormal;
 };
 
 } // namespace Rendering

@@ -29,8 +29,6 @@ HWY_INLINE V FlooredLog2(D d, V x)
 
 struct Log : LogParameters
 {
-    static constexpr std::size_t kVectors = kFewVectors;
-
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, std::size_t /*channel*/) const
     {
@@ -40,8 +38,6 @@ struct Log : LogParameters
 
 struct AntiLog : AntiLogParameters
 {
-    static constexpr std::size_t kVectors = kManyVectors;
-
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, std::size_t /*channel*/) const
     {
@@ -62,8 +58,6 @@ struct LinToLog : FilmLogParameters
 
 struct LogToLin : FilmLogParameters
 {
-    static constexpr std::size_t kVectors = kManyVectors;
-
     template <class D, class V>
     HWY_INLINE V Curve(D d, V in, std::size_t channel) const
     {

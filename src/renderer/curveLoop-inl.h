@@ -25,13 +25,7 @@ namespace Rendering::HWY_NAMESPACE
 namespace hn = hwy::HWY_NAMESPACE;
 
 // So many that the pipeline has enough to do, and so few that they find room in the registers.
-inline constexpr std::size_t kCurveVectors = HWY_TARGET <= HWY_AVX3 ? 8 : 4;
-
-// For kernels that gain more by eight vectors on AVX2 than they lose by the room that these take outside of the registers.
-inline constexpr std::size_t kManyVectors = HWY_TARGET <= HWY_AVX2 ? 8 : 4;
-
-// For short curves, as each of the two steps of a power is.
-inline constexpr std::size_t kFewVectors = 4;
+inline constexpr std::size_t kCurveVectors = 4;
 
 // Takes a step at all places of a plane: several vectors at a time, and what remains one by one.
 template <std::size_t kVectors, class Step>
@@ -55,6 +49,12 @@ template <class Kernel>
 inline constexpr bool kIsPower = requires(Kernel const& kernel, hn::VFromD<hn::ScalableTag<float>> value)
 {
     kernel.Argument(hn::ScalableTag<float>(), value, std::size_t{});
+};
+
+template <class Kernel>
+inline constexpr bool kTellsWhetherNormal = requires(Kernel const& kernel)
+{
+    kernel.ArePowersNormal();
 };
 
 HWY_INLINE float* PlaneOf(Block& block, std::size_t channel)
@@ -104,7 +104,9 @@ struct ToExponentStep
     {
         const hn::ScalableTag<float> d;
         const auto argument = ArgumentAt<kVectors>(kernel, channel, plane + i);
-        StoreVectors(ExponentOfPower<Kernel::kIsArgumentPositive>(d, argument, kernel.Exponent(channel)), d, exponents + i);
+        const float e = kernel.Exponent(channel);
+        StoreVectors(ExponentOfPower<Kernel::kIsArgumentPositive>(d, argument, Log2(d, argument), e == e ? e : 0.0F), d,
+                     exponents + i);
     }
 };
 
@@ -130,8 +132,8 @@ struct FromExponentStep
 template <class Kernel>
 HWY_INLINE void RunPowerInSteps(Kernel const& kernel, std::size_t channel, float* plane, Block& block, std::size_t count)
 {
-    TakeStep<kFewVectors>(ToExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
-    TakeStep<kFewVectors>(FromExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
+    TakeStep<kCurveVectors>(ToExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
+    TakeStep<kCurveVectors>(FromExponentStep<Kernel>{kernel, channel, plane, block.interim}, count);
 }
 
 #if HWY_TARGET <= HWY_AVX3
@@ -146,15 +148,14 @@ struct OfArgument : Kernel
     }
 };
 
-// A power whose steps overlap: while some vectors get their logarithms, those before them go through the exponential. The two have
-// nothing to wait for from each other, and are in the processor's view together.
+// A power whose steps overlap: while some vectors get their logarithms, those before them go through the exponential. The powers
+// are by numbers, and those of a kernel that tells whether they are normal are.
 template <class Kernel>
 struct QuickPower
 {
     Kernel const& kernel;
     Block& block;
     float* planes[4];
-    float lowest[4]; // Exponents; they lie in memory, from where a vector of one costs no register.
 
     // Vectors that follow each other in a channel's plane.
     struct Place
@@ -163,23 +164,62 @@ struct QuickPower
         float* values;
     };
 
-    template <std::size_t kVectors>
-    HWY_INLINE auto ExponentsAt(Place place) const
+    template <class V>
+    HWY_INLINE V ExponentsOf(std::size_t channel, V const& arguments, V const& log2) const
     {
-        const hn::ScalableTag<float> d;
-        const auto argument = ArgumentAt<kVectors>(kernel, place.channel, place.values);
-        return QuickExponentOfPower<Kernel::kIsArgumentPositive>(d, argument, kernel.Exponent(place.channel));
+        constexpr bool kArePositive = Kernel::kIsArgumentPositive || kTellsWhetherNormal<Kernel>;
+        return ExponentOfPower<kArePositive>(hn::ScalableTag<float>(), arguments, log2, kernel.Exponent(channel));
+    }
+
+    template <std::size_t kVectors>
+    HWY_INLINE auto StartAt(Place place) const
+    {
+        const auto arguments = ArgumentAt<kVectors>(kernel, place.channel, place.values);
+        return ExponentsOf(place.channel, arguments, Log2(hn::ScalableTag<float>(), arguments));
     }
 
     template <std::size_t kVectors, class V>
     HWY_INLINE void FinishAt(Place place, V const& exponents) const
     {
+        const V fractions = FractionsOf(exponents);
+        StoreAt<kVectors>(place, exponents, fractions, Polynomial(hn::ScalableTag<float>(), kExp2OfFraction, fractions));
+    }
+
+    // Both: finishes a place and starts the next one, whose exponents it gives.
+    template <std::size_t kVectors, class V>
+    HWY_INLINE V FinishAndStartAt(Place place, V const& exponents, Place next) const
+    {
         const hn::ScalableTag<float> d;
+        const V arguments = ArgumentAt<kVectors>(kernel, next.channel, next.values);
+        const V mantissas = MantissaOfNormal(d, arguments);
+        const V fractions = FractionsOf(exponents);
+        const auto both = Log2BesideExp2(d, mantissas, fractions);
+        const V log2 = PlusExponent(d, arguments, mantissas, both.log2);
+        const V nextExponents = ExponentsOf(next.channel, arguments, log2);
+        StoreAt<kVectors>(place, exponents, fractions, both.exp2);
+        return nextExponents;
+    }
+
+    template <class V>
+    static HWY_INLINE V FractionsOf(V const& exponents)
+    {
+        return wide::Sub(exponents, wide::Floor(exponents));
+    }
+
+    // The results, from the powers of two of the exponents' fractions, unless there may be a negative whole number among the
+    // exponents: its fraction would have to be 1 rather than 0.
+    template <std::size_t kVectors, class V>
+    HWY_INLINE void StoreAt(Place place, V const& exponents, V const& fractions, V const& exp2) const
+    {
+        const hn::ScalableTag<float> d;
+        if (HWY_UNLIKELY(!AreAboveZero(d, fractions)))
+            return RunSlowly(place, kVectors * hn::Lanes(d));
         V power;
-        if (HWY_LIKELY(TryPowerOfExponent(d, exponents, lowest[place.channel], power)))
-            StoreVectors(kernel.Finish(d, LoadVectors<kVectors>(d, place.values), power, place.channel), d, place.values);
+        if constexpr (kTellsWhetherNormal<Kernel>)
+            power = Scaled(exp2, exponents);
         else
-            RunSlowly(place, kVectors * hn::Lanes(d));
+            power = ScaledIfNormal(exp2, exponents);
+        StoreVectors(kernel.Finish(d, LoadVectors<kVectors>(d, place.values), power, place.channel), d, place.values);
     }
 
     HWY_NOINLINE void RunSlowly(Place place, std::size_t count) const
@@ -194,20 +234,20 @@ struct QuickPower
     HWY_NOINLINE void Run(std::size_t channel, std::size_t end, std::size_t count) const
     {
         const std::size_t lanes = hn::Lanes(hn::ScalableTag<float>());
-        const std::size_t whole = count - count % (kFewVectors * lanes);
+        const std::size_t whole = count - count % (kCurveVectors * lanes);
         if (whole != 0)
             RunWhole(channel, end, whole);
         for (; channel < end; ++channel)
             for (std::size_t i = whole; i < count; i += lanes)
-                FinishAt<1>({channel, planes[channel] + i}, ExponentsAt<1>({channel, planes[channel] + i}));
+                FinishAt<1>({channel, planes[channel] + i}, StartAt<1>({channel, planes[channel] + i}));
     }
 
     // The same for a multiple of the vectors that are worked on together. All planes are one row of places.
     HWY_INLINE void RunWhole(std::size_t channel, std::size_t end, std::size_t count) const
     {
-        constexpr std::size_t kVectors = kFewVectors;
+        constexpr std::size_t kVectors = kCurveVectors;
         Place place{channel, planes[channel]};
-        auto exponents = ExponentsAt<kVectors>(place);
+        auto exponents = StartAt<kVectors>(place);
         std::size_t i = 0;
         for (;;)
         {
@@ -219,10 +259,8 @@ struct QuickPower
                     break;
             }
             const Place next{channel, planes[channel] + i};
-            const auto nextExponents = ExponentsAt<kVectors>(next);
-            FinishAt<kVectors>(place, exponents);
+            exponents = FinishAndStartAt<kVectors>(place, exponents, next);
             place = next;
-            exponents = nextExponents;
         }
         FinishAt<kVectors>(place, exponents);
     }
@@ -233,8 +271,10 @@ template <class Kernel>
 HWY_INLINE bool ArePowersQuick(Kernel const& kernel, std::size_t channel, std::size_t end)
 {
     bool are = true;
+    if constexpr (kTellsWhetherNormal<Kernel>)
+        are = kernel.ArePowersNormal();
     for (; channel < end; ++channel)
-        are = are && kernel.Exponent(channel) >= kLeastQuickPower;
+        are = are && kernel.Exponent(channel) == kernel.Exponent(channel);
     return are;
 }
 #endif
@@ -245,9 +285,7 @@ HWY_INLINE void RunPowers(Kernel const& kernel, std::size_t channel, std::size_t
 #if HWY_TARGET <= HWY_AVX3
     if (HWY_LIKELY(ArePowersQuick(kernel, channel, end)))
     {
-        QuickPower<Kernel> power{kernel, block, {block.red, block.green, block.blue, block.alpha}, {}};
-        for (std::size_t i = channel; i < end; ++i)
-            power.lowest[i] = LowestQuickExponent(kernel.Exponent(i));
+        const QuickPower<Kernel> power{kernel, block, {block.red, block.green, block.blue, block.alpha}};
         return power.Run(channel, end, count);
     }
 #endif
@@ -259,7 +297,7 @@ HWY_INLINE void RunPowers(Kernel const& kernel, std::size_t channel, std::size_t
 // channel) on one vector or several. A kernel that is a power has three operations instead: Argument(d, values, channel) gives what
 // is raised to the power of Exponent(channel), and Finish(d, values, power, channel) makes the result of that. kWantsArgument tells
 // that Finish gets the argument in place of the values, and kIsArgumentPositive that arguments are above 0 wherever the result
-// depends on the power.
+// depends on the power. It may have a fourth, ArePowersNormal(), which tells that arguments and powers are normal numbers there.
 template <class Kernel>
 HWY_INLINE void RunCurvesOf(Kernel const& kernel, std::size_t channel, std::size_t end, Block& block, std::size_t count)
 {
@@ -268,7 +306,7 @@ HWY_INLINE void RunCurvesOf(Kernel const& kernel, std::size_t channel, std::size
     else
     {
         for (; channel < end; ++channel)
-            TakeStep<VectorsOf<Kernel, kCurveVectors>()>(CurveStep<Kernel>{kernel, channel, PlaneOf(block, channel)}, count);
+            TakeStep<kCurveVectors>(CurveStep<Kernel>{kernel, channel, PlaneOf(block, channel)}, count);
     }
 }
 

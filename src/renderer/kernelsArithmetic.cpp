@@ -1,4 +1,4 @@
-// The arithmetic kernels of all operators, compiled for each target. The formulas stand in the operators' own files
+// The arithmetic kernels of all operators but curves (kernelsCurves.cpp), compiled for each target. The formulas stand in the operators' own files
 // (CPUMatrixOp-inl.h and so on); here they come together, since the headers of the instruction sets are dear to compile.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "renderer/kernelsArithmetic.cpp"
@@ -8,13 +8,9 @@
 
 #include <hwy/highway.h>
 
-#include "renderer/CPUCDLOp-inl.h"
 #include "renderer/CPUDitherOp-inl.h"
-#include "renderer/CPUExposureContrastOp-inl.h"
-#include "renderer/CPUGammaOp-inl.h"
 #include "renderer/CPUGamutMapOp-inl.h"
 #include "renderer/CPUHueVectorOp-inl.h"
-#include "renderer/CPULogOp-inl.h"
 #include "renderer/CPUMatrixOp-inl.h"
 #include "renderer/CPURangeOp-inl.h"
 #include "renderer/arcTangent-inl.h"
@@ -100,6 +96,7 @@ HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 
+#include "renderer/kernelsCurves.h"
 #include "renderer/simdTarget.h"
 
 namespace Rendering
@@ -108,7 +105,9 @@ namespace Rendering
 BlockFunction getArithmeticKernel(ArithmeticKernel kernel)
 {
     static constexpr PerTarget<decltype(HWY_NAMESPACE::kArithmeticKernels)> kTables TAVRIN_PER_TARGET(kArithmeticKernels);
-    return (*kTables[getSimdTarget()])[static_cast<std::size_t>(kernel)];
+    auto const& table = *kTables[getSimdTarget()];
+    std::size_t const row = static_cast<std::size_t>(kernel);
+    return row < table.size() ? table[row] : getCurveKernel(row - table.size());
 }
 
 namespace

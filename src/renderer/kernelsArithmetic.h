@@ -12,6 +12,7 @@ enum class ArithmeticKernel : unsigned int
 {
 #define TAVRIN_KERNEL(name, Parameters) name,
 #include "renderer/arithmeticKernels.def"
+#include "renderer/curveKernels.def"
 #undef TAVRIN_KERNEL
 };
 

@@ -12,6 +12,8 @@
 
 #include <hwy/highway.h>
 
+#include <array>
+#include <cstddef>
 #include <limits>
 
 HWY_BEFORE_NAMESPACE();
@@ -27,14 +29,18 @@ HWY_INLINE V QuietNaN(D d)
     return hn::BitCast(d, hn::Set(hn::RebindToUnsigned<D>(), 0x7fc00000U));
 }
 
-// The polynomial of 2 to the power f, from 0 to 1.
-template <class D, class V>
-HWY_INLINE V Exp2OfFraction(D d, V const& f)
+// Polynomials, by their coefficients from that of the highest power on: 2 to the power f, from 0 to 1, and the logarithm to base 2
+// of a mantissa, from 1 to 2.
+constexpr std::array kExp2OfFraction = {0.013534168F, 0.05201146F, 0.24144275F, 0.69300383F, 1.0000026F};
+constexpr std::array kLog2OfMantissa = {0.044873614F, -0.41656372F, 1.6311488F, -3.550793F, 5.091711F, -2.800364F};
+
+template <class D, class V, std::size_t kCount>
+HWY_INLINE V Polynomial(D d, std::array<float, kCount> const& coefficients, V const& x)
 {
-    V p = wide::Add(wide::Mul(hn::Set(d, 0.013534168F), f), hn::Set(d, 0.05201146F));
-    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.24144275F));
-    p = wide::Add(wide::Mul(p, f), hn::Set(d, 0.69300383F));
-    return wide::Add(wide::Mul(p, f), hn::Set(d, 1.0000026F));
+    V p = wide::Add(wide::Mul(hn::Set(d, coefficients[0]), x), hn::Set(d, coefficients[1]));
+    for (std::size_t i = 2; i < kCount; ++i)
+        p = wide::Add(wide::Mul(p, x), hn::Set(d, coefficients[i]));
+    return p;
 }
 
 // Up to this exponent of 2 powers are zero.
@@ -59,12 +65,23 @@ HWY_INLINE V LimitedExp2(D d, V const& x)
     const auto truncated = TruncateInRange(d, limited);
     const auto isNegative = wide::RebindMask(di, wide::Lt(limited, hn::Zero(d)));
     const auto integer = wide::Add(truncated, wide::VecFromMask(di, isNegative));
-    const V p = Exp2OfFraction(d, wide::Sub(limited, wide::ConvertTo(d, integer)));
+    const V p = Polynomial(d, kExp2OfFraction, wide::Sub(limited, wide::ConvertTo(d, integer)));
     const V scale = wide::BitCast(d, wide::ShiftLeft<23>(wide::Add(integer, hn::Set(di, 127))));
     return wide::Mul(scale, p);
 }
 
 #if HWY_TARGET <= HWY_AVX2
+// Whether none is below 2^-63, of numbers from 0 to 1: from there on all have this bit, and so has a NaN.
+template <class D, class V>
+HWY_INLINE bool AreAboveZero(D d, V const& x)
+{
+    const hn::RebindToUnsigned<D> du;
+    const auto bit = hn::Set(du, 1U << 29);
+    auto all = bit;
+    ForEach([&](auto number) HWY_ATTR { all = hn::And(all, hn::BitCast(du, number)); }, x);
+    return hn::AllTrue(du, hn::Eq(all, bit));
+}
+
 // The integer part as above, as a float.
 template <class D, class V>
 HWY_INLINE V IntegerPart(D d, V const& x)
@@ -102,7 +119,15 @@ HWY_INLINE bool AreFloorsIntegerParts(D d, V const& x, V const& floor)
     return areAll;
 }
 
-// A number times 2 to the power of the exponent's floor, or zero where the exponent is up to the lowest.
+// A number times 2 to the power of the exponent's floor.
+template <class V>
+HWY_INLINE V Scaled(V const& numbers, V const& exponents)
+{
+    return AtEach([](auto number, auto exponent) HWY_ATTR { return hn::Vec512<float>{_mm512_scalef_ps(number.raw, exponent.raw)}; },
+                  numbers, exponents);
+}
+
+// The same, or zero where the exponent is up to the lowest.
 template <class V>
 HWY_INLINE V ScaledIfNormal(V const& numbers, V const& exponents)
 {
@@ -133,20 +158,9 @@ HWY_INLINE V QuickExp2(D d, V const& x)
         fraction = wide::IfThenElse(isNumber, fraction, QuietNaN(d));
         exponent = wide::IfThenElse(isNumber, exponent, hn::Zero(d));
     }
-    return ScaledIfNormal(Exp2OfFraction(d, fraction), exponent);
+    return ScaledIfNormal(Polynomial(d, kExp2OfFraction, fraction), exponent);
 }
 #elif HWY_TARGET <= HWY_AVX2
-// Whether none is below 2^-63, of numbers from 0 to 1: from there on all have this bit.
-template <class D, class V>
-HWY_INLINE bool AreAboveZero(D d, V const& x)
-{
-    const hn::RebindToUnsigned<D> du;
-    const auto bit = hn::Set(du, 1U << 29);
-    auto all = bit;
-    ForEach([&](auto number) HWY_ATTR { all = hn::And(all, hn::BitCast(du, number)); }, x);
-    return hn::AllTrue(du, hn::Eq(all, bit));
-}
-
 // LimitedExp2 with a few instructions less, and with some more where there is a whole number.
 template <class D, class V>
 HWY_INLINE V QuickExp2(D d, V const& x)
@@ -155,7 +169,7 @@ HWY_INLINE V QuickExp2(D d, V const& x)
     V integer = wide::Floor(limited);
     if (HWY_UNLIKELY(!AreAboveZero(d, wide::Sub(limited, integer))))
         integer = IntegerPart(d, limited);
-    const V p = Exp2OfFraction(d, wide::Sub(limited, integer));
+    const V p = Polynomial(d, kExp2OfFraction, wide::Sub(limited, integer));
     // In floats around 1.5 * 2^23 the last bits are those of an integer.
     const V sum = wide::Add(integer, hn::Set(d, 12582912.0F + 127.0F));
     return wide::Mul(wide::BitCast(d, wide::ShiftLeft<23>(wide::BitCast(hn::RebindToUnsigned<D>(), sum))), p);
@@ -173,17 +187,6 @@ HWY_INLINE V Exp2(D d, V const& x)
     return wide::IfThenElse(wide::Eq(x, x), LimitedExp2(d, x), QuietNaN(d));
 }
 
-// The polynomial of the logarithm to base 2 of a mantissa, from 1 to 2.
-template <class D, class V>
-HWY_INLINE V Log2OfMantissa(D d, V const& m)
-{
-    V p = wide::Sub(wide::Mul(hn::Set(d, 0.044873614F), m), hn::Set(d, 0.41656372F));
-    p = wide::Add(wide::Mul(p, m), hn::Set(d, 1.6311488F));
-    p = wide::Sub(wide::Mul(p, m), hn::Set(d, 3.550793F));
-    p = wide::Add(wide::Mul(p, m), hn::Set(d, 5.091711F));
-    return wide::Sub(wide::Mul(p, m), hn::Set(d, 2.800364F));
-}
-
 // The mantissa of a positive, normal x, in 1 to 2.
 template <class D, class V>
 HWY_INLINE V MantissaOfNormal(D d, V const& x)
@@ -191,24 +194,31 @@ HWY_INLINE V MantissaOfNormal(D d, V const& x)
     return wide::Or(wide::AndNot(hn::Set(d, std::numeric_limits<float>::infinity()), x), hn::Set(d, 1.0F));
 }
 
-// The logarithm to base 2 of a positive, normal x: that of the mantissa, plus the exponent. What it gives for other x means
-// nothing, but is finite.
+// The logarithm to base 2 of x from that of its mantissa.
+template <class D, class V>
+HWY_INLINE V PlusExponent(D d, V const& x, V const& mantissa, V const& log2OfMantissa)
+{
+    const hn::RebindToSigned<D> di;
+    // What the mantissa lacks of the bits is the exponent times 2^23. Its product is exact, so that a fused addition, where there
+    // is one, gives the same sum as any.
+    const V exponent = wide::ConvertTo(d, wide::Sub(wide::BitCast(di, x), wide::BitCast(di, mantissa)));
+    return wide::MulAdd(exponent, hn::Set(d, 0x1p-23F), log2OfMantissa);
+}
+
+// The logarithm to base 2 of a positive, normal x. What it gives for other x means nothing, but is finite.
 template <class D, class V>
 HWY_INLINE V Log2(D d, V const& x)
 {
-    const hn::RebindToSigned<D> di;
-    const V m = MantissaOfNormal(d, x);
-    // What the mantissa lacks of the bits is the exponent times 2^23. Its product is exact, so that a fused addition, where there
-    // is one, gives the same sum as any.
-    const V exponent = wide::ConvertTo(d, wide::Sub(wide::BitCast(di, x), wide::BitCast(di, m)));
-    return wide::MulAdd(exponent, hn::Set(d, 0x1p-23F), Log2OfMantissa(d, m));
+    const V mantissa = MantissaOfNormal(d, x);
+    return PlusExponent(d, x, mantissa, Polynomial(d, kLog2OfMantissa, mantissa));
 }
 
-// The exponent of 2 for x to the power e; where x is not above 0, one whose power is zero, or, if no x is so, anything.
+// The exponent of 2 for x to the power e, from the logarithm of x; where x is not above 0, one whose power is zero, or, if no x is
+// so, anything.
 template <bool kIsPositive, class D, class V>
-HWY_INLINE V ExponentOfPower(D d, V const& x, float e)
+HWY_INLINE V ExponentOfPower(D d, V const& x, V const& log2, float e)
 {
-    const V exponent = wide::Mul(hn::Set(d, e == e ? e : 0.0F), Log2(d, x));
+    const V exponent = wide::Mul(hn::Set(d, e), log2);
     if constexpr (kIsPositive)
         return exponent;
     else
