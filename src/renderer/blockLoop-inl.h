@@ -70,8 +70,8 @@ HWY_INLINE void RunOverVectors(Kernel const& kernel, Block& block, unsigned int 
 
 // Kernel derives from Parameters and is called as kernel(d, red, green, blue, alpha), or, if it takes one more argument, with the
 // image position of the vectors' first pixel, which the others follow in the same row. A kernel whose channels do not know each
-// other has an operation Curve(d, values, channel) instead, on one vector or several, or ToExponent and FromExponent if that is a
-// power; one that works in several steps over many vectors has an operation RunBlock(block, count, outputs). All of it becomes one
+// other has an operation Curve(d, values, channel) instead, on one vector or several, or Argument and Finish if that is a power;
+// one that works in several steps over many vectors has an operation RunBlock(block, count, outputs). All of it becomes one
 // function: what the compiler leaves outside reads its constants from memory again and again.
 template <class Kernel, class Parameters>
 HWY_FLATTEN void RunOverBlock(void const* parameters, Block& block, unsigned int count, ImagePosition position, Outputs outputs)

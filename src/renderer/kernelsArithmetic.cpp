@@ -1,5 +1,6 @@
-// The arithmetic kernels of all operators but curves (kernelsCurves.cpp), compiled for each target. The formulas stand in the operators' own files
-// (CPUMatrixOp-inl.h and so on); here they come together, since the headers of the instruction sets are dear to compile.
+// The arithmetic kernels of all operators but for curves (kernelsCurves.cpp), compiled for each target. The formulas stand in the
+// operators' own files (CPUMatrixOp-inl.h and so on); here they come together, since the headers of the instruction sets are dear
+// to compile.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "renderer/kernelsArithmetic.cpp"
 #include "renderer/simdTargets-inl.h"

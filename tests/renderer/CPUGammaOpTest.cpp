@@ -200,6 +200,26 @@ TEST(GammaRenderer, MoncurveHasTheBitsOfItsFormulaForNumbersThatAreHardlyEverMet
     forEveryTarget([&] { expectSameFloats(reverse, render(gamma(Style::MoncurveRev, sRGB), in)); });
 }
 
+// Without an offset the curve begins so low that its high powers end below the normal numbers, where there is only 0.
+TEST(GammaRenderer, MoncurveHasTheBitsOfItsFormulaForPowersBelowTheNormalNumbers)
+{
+    Params const params{10.0, 0.0};
+    std::vector<float> in;
+    for (float x = 0x1p-19F; in.size() < 4 * 100; x *= 1.07F)
+        in.insert(in.end(), 4, x);
+    std::vector<float> forward;
+    std::vector<float> reverse;
+    for (float const x : in)
+    {
+        forward.push_back(Curve(params).forward(x, 1.0, 1.0));
+        reverse.push_back(Curve(params).reverse(x, 1.0, 1.0));
+    }
+    ASSERT_EQ(forward[8], 0.0F);
+    ASSERT_GT(forward.back(), 0.0F);
+    forEveryTarget([&] { expectSameFloats(forward, render(gamma(Style::MoncurveFwd, params), in)); });
+    forEveryTarget([&] { expectSameFloats(reverse, render(gamma(Style::MoncurveRev, params), in)); });
+}
+
 TEST(GammaRenderer, TakesTheScalesOfItsDepthsIntoItsConstants)
 {
     expectScalesOfDepths(gamma(Style::BasicFwd, kBasic),
