@@ -136,8 +136,10 @@ bool Pipeline::convertsDepthOnly() const
 
 void CPURenderer::finalize(std::shared_ptr<Transform> const& transform, PixelFormat in, PixelFormat out)
 {
+    m_valueTables.reset();
     m_processor.reset();
     m_processor = makePipeline(transform, in, out).renderers;
+    m_valueTables = std::make_unique<ValueTablesOnDemand>(*m_processor, in, out);
     m_inPF = in;
     m_outPF = out;
 }
@@ -145,7 +147,9 @@ void CPURenderer::finalize(std::shared_ptr<Transform> const& transform, PixelFor
 void CPURenderer::apply(void const* source, void* destination, ROI const& roi, unsigned int sourcePadding,
                         unsigned int destinationPadding)
 {
-    CPUEngine(m_inPF, m_outPF).apply(source, destination, roi, sourcePadding, destinationPadding, *m_processor);
+    CPUEngine(m_inPF, m_outPF)
+        .apply(source, destination, roi, sourcePadding, destinationPadding, *m_processor,
+               m_valueTables->get(std::size_t{roi.width} * roi.height));
 }
 
 unsigned int CPURenderer::getNumRenderers() const

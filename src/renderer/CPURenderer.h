@@ -3,6 +3,7 @@
 #define TAVRIN_RENDERER_CPU_RENDERER_H
 
 #include "renderer/genericRenderer.h"
+#include "renderer/valueTables.h"
 #include "renderer/virtualRenderer.h"
 
 #include <memory>
@@ -45,6 +46,7 @@ private:
     PixelFormat m_inPF = Tavrin::PF_UNKNOWN;
     PixelFormat m_outPF = Tavrin::PF_UNKNOWN;
     std::shared_ptr<TransformProcessor const> m_processor;
+    std::unique_ptr<ValueTablesOnDemand> m_valueTables;
 };
 
 } // namespace Rendering

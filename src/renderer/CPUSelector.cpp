@@ -10,6 +10,7 @@
 #include "renderer/readAhead.h"
 #include "renderer/runningRenderers.h"
 #include "renderer/shortLines.h"
+#include "renderer/valueTables.h"
 #include "utils/errorMessage.h"
 #include "utils/utils.h"
 
@@ -80,7 +81,8 @@ class EngineCall
 {
 public:
     EngineCall(SourceLines const& source, FormatFunctions const& load, DestinationLines const& destination,
-               FormatFunctions const& store, PixelFormat in, PixelFormat out, ROI const& roi, TransformProcessor const& renderers)
+               FormatFunctions const& store, PixelFormat in, PixelFormat out, ROI const& roi, TransformProcessor const& renderers,
+               ValueTables const* valueTables)
         : m_source(source),
           m_destination(destination),
           m_load(load),
@@ -95,6 +97,7 @@ public:
           m_elementLine(getElementLineFunction(in, out)),
           m_shortLine(m_streams ? getShortLineFunction(in, out) : nullptr),
           m_running(renderers, in, out),
+          m_valueTables(valueTables),
           m_codeTables(in, out),
           m_usesCodeTables(m_codeTables.pay(std::size_t{roi.width} * roi.height))
     {
@@ -171,10 +174,12 @@ private:
     // All renderers, but for those whose work the load does.
     void _renderValues(LineGroup lines)
     {
-        if (m_codeTables.renderers() > 0)
-            return _renderBlocks([&](auto const&... places) { m_codeTables.load(places..., m_block); }, lines);
+        if (std::size_t const loaded = m_codeTables.renderers())
+            return _renderBlocks([&](auto const&... places) { m_codeTables.load(places..., m_block); }, loaded, lines);
+        if (std::size_t const loaded = m_valueTables == nullptr ? 0 : m_valueTables->renderersOf(m_running))
+            return _renderBlocks([&](auto const&... places) { m_valueTables->load(places..., m_block); }, loaded, lines);
         LoadFunction const load = m_running.takesCodes() ? m_load.loadCodes : m_load.load;
-        _renderBlocks([&](auto const&... places) { load(places..., m_block); }, lines);
+        _renderBlocks([&](auto const&... places) { load(places..., m_block); }, 0, lines);
     }
 
     void _lookUpCodes(LineGroup lines)
@@ -218,15 +223,16 @@ private:
         return m_running.getElementArithmetic(channelsOf(layoutOf(m_in)), {m_roi.x, m_roi.y + line});
     }
 
+    // The renderers from one on; the load does what those before it do.
     template <class Load>
-    void _renderBlocks(Load const& load, LineGroup lines)
+    void _renderBlocks(Load const& load, std::size_t firstRenderer, LineGroup lines)
     {
         StoreFunction const store = m_streams ? m_store.stream : m_store.store;
         _forEachPart(lines,
                      [&](Part const& part)
                      {
                          _load(part, load);
-                         m_running.run(m_codeTables.renderers(), m_running.size(), m_block, part.lines.count * part.count,
+                         m_running.run(firstRenderer, m_running.size(), m_block, part.lines.count * part.count,
                                        {m_roi.x + part.x, m_roi.y + part.lines.first});
                          _store(part, [&](auto const&... places) { store(m_block, places...); });
                      });
@@ -294,6 +300,8 @@ private:
     // Null where lines of 16-bit codes have no way of their own.
     ShortLineFunction m_shortLine;
     RunningRenderers m_running;
+    // Null if there are none.
+    ValueTables const* m_valueTables;
     CodeTables m_codeTables;
     bool m_usesCodeTables;
     Block m_block;
@@ -307,13 +315,13 @@ CPUEngine::CPUEngine(PixelFormat in, PixelFormat out)
 }
 
 void CPUEngine::apply(void const* sourcePixels, void* destinationPixels, ROI const& roi, unsigned int sourcePadding,
-                      unsigned int destinationPadding, TransformProcessor const& renderers) const
+                      unsigned int destinationPadding, TransformProcessor const& renderers, ValueTables const* valueTables) const
 {
     if (roi.width == 0 || roi.height == 0)
         return;
     SourceLines const source = sourceLines(sourcePixels, m_in, roi, sourcePadding);
     DestinationLines const destination = destinationLines(destinationPixels, m_out, roi, destinationPadding);
-    EngineCall(source, m_source, destination, m_destination, m_in, m_out, roi, renderers).render();
+    EngineCall(source, m_source, destination, m_destination, m_in, m_out, roi, renderers, valueTables).render();
 }
 
 void copyBuffer(void const* sourcePixels, PixelFormat sourceFormat, unsigned int sourcePadding, ROI const& sourceRoi,

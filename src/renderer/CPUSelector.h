@@ -12,6 +12,8 @@ namespace Rendering
 
 using Tavrin::ROI;
 
+class ValueTables;
+
 // Works line by line, and a line in blocks that stay in the first-level cache: a block is loaded, every renderer runs over it, and
 // it is stored, so that memory is read once and written once. Lines that are shorter than a block share one. Keeps no state,
 // allocates nothing, and may run in several threads at once.
@@ -22,9 +24,10 @@ public:
     CPUEngine(PixelFormat in, PixelFormat out);
 
     // Paddings are the bytes at the end of each row beyond the image width. Offsets of the first pixel are counted in 32 bits.
-    // Source and destination may be the same memory when the formats are the same.
+    // Source and destination may be the same memory when the formats are the same. Tables, if there are any, are for these
+    // renderers between these formats.
     void apply(void const* source, void* destination, ROI const& roi, unsigned int sourcePadding, unsigned int destinationPadding,
-               TransformProcessor const& renderers) const;
+               TransformProcessor const& renderers, ValueTables const* valueTables = nullptr) const;
 
 private:
     PixelFormat m_in;

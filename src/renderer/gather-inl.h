@@ -77,8 +77,21 @@ HWY_INLINE FourRows RowsOfBlock(VI rows)
 #endif
 }
 
-template <class T>
-HWY_INLINE __m128i FourEntries(T const* entries, FourRows const& row)
+// The rows of a vector's lanes.
+template <class VI>
+struct RowsOfVector
+{
+    VI rows;
+
+    template <int kBlock>
+    HWY_INLINE FourRows FourOf() const
+    {
+        return RowsOfBlock<kBlock>(rows);
+    }
+};
+
+template <class T, class Four>
+HWY_INLINE __m128i FourEntries(T const* entries, Four const& row)
 {
     if constexpr (sizeof(T) == 1)
     {
@@ -104,37 +117,49 @@ HWY_INLINE __m128i FourEntries(T const* entries, FourRows const& row)
     }
 }
 
-template <class T, class D>
-HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* table, hn::VFromD<hn::RebindToSigned<D>> rows)
+// Of lanes whose rows are told four by four.
+template <class T, class D, class Rows>
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBitsOf(D, void const* table, Rows const& rows)
 {
     using VU = hn::VFromD<hn::RebindToUnsigned<D>>;
     T const* const entries = static_cast<T const*>(table);
 #if HWY_TARGET == HWY_AVX3
-    const __m256i low = _mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, RowsOfBlock<0>(rows))),
-                                                FourEntries(entries, RowsOfBlock<1>(rows)), 1);
-    const __m256i high = _mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, RowsOfBlock<2>(rows))),
-                                                 FourEntries(entries, RowsOfBlock<3>(rows)), 1);
+    const __m256i low = _mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, rows.template FourOf<0>())),
+                                                FourEntries(entries, rows.template FourOf<1>()), 1);
+    const __m256i high = _mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, rows.template FourOf<2>())),
+                                                 FourEntries(entries, rows.template FourOf<3>()), 1);
     return VU{_mm512_inserti64x4(_mm512_castsi256_si512(low), high, 1)};
 #elif HWY_TARGET == HWY_AVX2
-    return VU{_mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, RowsOfBlock<0>(rows))),
-                                      FourEntries(entries, RowsOfBlock<1>(rows)), 1)};
+    return VU{_mm256_inserti128_si256(_mm256_castsi128_si256(FourEntries(entries, rows.template FourOf<0>())),
+                                      FourEntries(entries, rows.template FourOf<1>()), 1)};
 #else
-    return VU{FourEntries(entries, RowsOfBlock<0>(rows))};
+    return VU{FourEntries(entries, rows.template FourOf<0>())};
 #endif
 }
 
 #else
 
-template <class T, class D>
-HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* table, hn::VFromD<hn::RebindToSigned<D>> rows)
+// The rows of a vector's lanes.
+template <class VI>
+class RowsOfVector
+{
+public:
+    HWY_INLINE explicit RowsOfVector(VI rows) { hn::Store(rows, hn::DFromV<VI>(), m_rows); }
+
+    HWY_INLINE std::size_t operator[](std::size_t lane) const { return static_cast<std::size_t>(m_rows[lane]); }
+
+private:
+    HWY_ALIGN std::int32_t m_rows[hn::MaxLanes(hn::DFromV<VI>())];
+};
+
+template <class T, class D, class Rows>
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBitsOf(D, void const* table, Rows const& rows)
 {
     const hn::RebindToUnsigned<D> du;
-    HWY_ALIGN std::int32_t row[hn::MaxLanes(D())];
     HWY_ALIGN std::uint32_t bits[hn::MaxLanes(D())];
-    hn::Store(rows, hn::RebindToSigned<D>(), row);
     for (std::size_t i = 0; i < hn::Lanes(du); ++i)
     {
-        T const entry = static_cast<T const*>(table)[row[i]];
+        T const entry = static_cast<T const*>(table)[rows[i]];
         if constexpr (sizeof(T) == 4)
             hwy::CopyBytes<4>(&entry, &bits[i]);
         else
@@ -144,6 +169,32 @@ HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D, void const* table, 
 }
 
 #endif
+
+template <class T, class D>
+HWY_INLINE hn::VFromD<hn::RebindToUnsigned<D>> GatherBits(D d, void const* table, hn::VFromD<hn::RebindToSigned<D>> rows)
+{
+    return GatherBitsOf<T>(d, table, RowsOfVector<decltype(rows)>{rows});
+}
+
+// The rows of lanes are elements in memory that are so many bytes apart.
+template <class Element, std::size_t kStep>
+struct RowsInMemory
+{
+    const std::uint8_t* first;
+
+    template <int kBlock>
+    HWY_INLINE RowsInMemory FourOf() const
+    {
+        return {first + 4 * kBlock * kStep};
+    }
+
+    HWY_INLINE std::size_t operator[](std::size_t lane) const
+    {
+        Element row;
+        hwy::CopyBytes<sizeof row>(first + lane * kStep, &row);
+        return row;
+    }
+};
 
 // The entry as a value.
 template <class Entry, class D>

@@ -32,7 +32,7 @@ bool RunningRenderers::prepareLines()
         LineKernel const kernel =
             isBypassed ? _prepareBypassed(i, running.parameters) : m_renderers[i].prepareLine(running.parameters);
         bool const hasOtherParameters = running.parameters.takeChange();
-        if (hasOtherParameters || kernel.function != running.kernel.function || kernel.parameters != running.kernel.parameters)
+        if (hasOtherParameters || Work{kernel.function, kernel.parameters} != running.work())
         {
             running.kernel = kernel;
             areOther = true;
@@ -48,6 +48,28 @@ std::size_t RunningRenderers::channelwise() const
     auto const end = std::find_if_not(m_running.begin(), m_running.end(),
                                       [](RunningRenderer const& running) { return running.kernel.isChannelwise; });
     return static_cast<std::size_t>(end - m_running.begin());
+}
+
+std::size_t RunningRenderers::lasting() const
+{
+    auto const end = std::find_if_not(m_running.begin(), m_running.end(),
+                                      [](RunningRenderer const& running)
+                                      { return running.kernel.isChannelwise && running.parameters.isEmpty(); });
+    return static_cast<std::size_t>(end - m_running.begin());
+}
+
+std::vector<Work> RunningRenderers::work(std::size_t renderers) const
+{
+    std::vector<Work> work(renderers);
+    std::transform(m_running.begin(), m_running.begin() + static_cast<std::ptrdiff_t>(renderers), work.begin(),
+                   [](RunningRenderer const& running) { return running.work(); });
+    return work;
+}
+
+bool RunningRenderers::beginWith(std::vector<Work> const& work) const
+{
+    return std::equal(work.begin(), work.end(), m_running.begin(),
+                      [](Work const& each, RunningRenderer const& running) { return each == running.work(); });
 }
 
 bool RunningRenderers::areCheap(std::size_t renderers) const

@@ -10,9 +10,19 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace Rendering
 {
+
+// What a renderer does, and with which parameters.
+struct Work
+{
+    BlockFunction function;
+    void const* parameters;
+
+    bool operator==(Work const&) const = default;
+};
 
 struct RunningRenderer
 {
@@ -21,6 +31,7 @@ struct RunningRenderer
     // Some later renderer, or the destination, takes the alpha that this one gives.
     bool alphaIsRead;
 
+    Work work() const { return {kernel.function, kernel.parameters}; }
     Outputs outputs() const { return alphaIsRead && !kernel.keepsAlpha ? Outputs::ColorsAndAlpha : Outputs::Colors; }
 };
 
@@ -39,6 +50,14 @@ public:
     bool takesCodes() const { return m_takesCodes; }
     // How many renderers, from the first on, see each channel for itself:
     std::size_t channelwise() const;
+    // And how many of these do so with parameters that are the same for all lines:
+    std::size_t lasting() const;
+    // What the first so many do:
+    std::vector<Work> work(std::size_t renderers) const;
+    // Whether it is this that the first ones do:
+    bool beginWith(std::vector<Work> const& work) const;
+    // Whether somebody reads the alpha that the first so many leave; there are some:
+    bool isAlphaReadBehind(std::size_t renderers) const { return m_running[renderers - 1].alphaIsRead; }
     // Whether the first so many have little to do:
     bool areCheap(std::size_t renderers) const;
     // What a lone renderer that treats all channels alike does to the elements of a line, from some place on:

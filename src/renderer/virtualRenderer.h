@@ -82,6 +82,9 @@ public:
         return *::new (static_cast<void*>(m_bytes)) Parameters(parameters);
     }
 
+    // Whether nothing was ever put there.
+    bool isEmpty() const { return m_size == 0; }
+
     // Whether the last copy differed from the one before, if there was one since this was asked.
     bool takeChange() { return std::exchange(m_isOther, false); }
 

@@ -1,5 +1,6 @@
 // Pictures of 8-bit codes are looked up in tables of what the first renderers make of the 256 codes: the same bytes as by way of
 // the renderers themselves. A region of few pixels goes that way, so a picture is held against its rows.
+#include "renderer/beforeAnAbyss.h"
 #include "renderer/lut1DTables.h"
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
@@ -19,9 +20,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 
@@ -159,30 +157,6 @@ std::optional<Rendering::CodeTables> tablesOf(std::vector<Color::Op const*> cons
     tables->reckon(running, running.prepareLines(), Rendering::getFormatFunctions(from), block);
     return tables;
 }
-
-// Memory whose end nobody may read or write beyond.
-class BeforeAnAbyss
-{
-public:
-    explicit BeforeAnAbyss(std::size_t bytes) : m_size((bytes / pageSize() + 1) * pageSize() + pageSize())
-    {
-        m_memory = static_cast<unsigned char*>(mmap(nullptr, m_size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
-        m_begin = m_memory + m_size - pageSize() - bytes;
-        EXPECT_EQ(0, mprotect(m_memory + m_size - pageSize(), pageSize(), PROT_NONE));
-    }
-    BeforeAnAbyss(BeforeAnAbyss const&) = delete;
-    BeforeAnAbyss& operator=(BeforeAnAbyss const&) = delete;
-    ~BeforeAnAbyss() { munmap(m_memory, m_size); }
-
-    unsigned char* begin() const { return m_begin; }
-
-private:
-    static std::size_t pageSize() { return static_cast<std::size_t>(sysconf(_SC_PAGESIZE)); }
-
-    std::size_t m_size;
-    unsigned char* m_memory;
-    unsigned char* m_begin;
-};
 
 } // namespace
 
