@@ -12,7 +12,10 @@
 #include "renderer/pixelLayout.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <limits>
+#include <type_traits>
 
 #ifndef TAVRIN_RENDERER_KERNELS_TABLE_LOADS_CPP_ONCE
 #define TAVRIN_RENDERER_KERNELS_TABLE_LOADS_CPP_ONCE
@@ -58,53 +61,112 @@ private:
     float* m_plane;
 };
 
+// Alpha that is the same all over.
+struct OneAlpha
+{
+    float value;
+    float* plane;
+
+    HWY_INLINE void LoadVector(std::size_t pixel) const
+    {
+        const hn::ScalableTag<float> d;
+        hn::StoreU(hn::Set(d, value), d, plane + pixel);
+    }
+};
+
 // Whole vectors of pixels.
-template <class Element, std::size_t kPixelBytes, bool kHasAlpha>
+template <class Element, std::size_t kPixelBytes, class Alpha>
 HWY_INLINE void LoadVectors(ElementValues const& values, const std::uint8_t* pixels, std::size_t first, std::size_t count,
-                            Block& block)
+                            Alpha const& alpha, Block& block)
 {
     using ChannelOfPixels = Channel<Element, kPixelBytes>;
-    const hn::ScalableTag<float> d;
     const ChannelOfPixels red(values, 0, pixels, block.red + first);
     const ChannelOfPixels green(values, 1, pixels, block.green + first);
     const ChannelOfPixels blue(values, 2, pixels, block.blue + first);
-    const ChannelOfPixels alpha(values, 3, pixels, block.alpha + first);
-    for (std::size_t i = 0; i < count; i += hn::Lanes(d))
+    for (std::size_t i = 0; i < count; i += hn::Lanes(hn::ScalableTag<float>()))
     {
         red.LoadVector(i);
         green.LoadVector(i);
         blue.LoadVector(i);
-        if constexpr (kHasAlpha)
-            alpha.LoadVector(i);
-        else
-            hn::StoreU(hn::Set(d, values.missingAlpha), d, block.alpha + first + i);
+        alpha.LoadVector(i);
     }
 }
 
-template <class Element, std::size_t kPixelBytes, bool kHasAlpha>
-HWY_INLINE void LoadPixels(ElementValues const& values, const std::uint8_t* pixels, Places places, Block& block)
+template <class Pixel>
+HWY_INLINE Pixel PixelAt(const std::uint8_t* pixels, std::size_t index)
 {
-    const std::size_t lanes = hn::Lanes(hn::ScalableTag<float>());
-    const std::size_t rest = places.count % lanes;
-    const std::size_t whole = places.count - rest;
-    LoadVectors<Element, kPixelBytes, kHasAlpha>(values, pixels, places.first, whole, block);
-    if (rest != 0)
+    Pixel pixel;
+    hwy::CopyBytes<sizeof pixel>(pixels + index * sizeof pixel, &pixel);
+    return pixel;
+}
+
+template <class Pixel>
+HWY_INLINE hn::Vec<hn::ScalableTag<Pixel>> PixelsAt(const std::uint8_t* pixels, std::size_t index)
+{
+    const hn::ScalableTag<Pixel> d;
+#if HWY_TARGET == HWY_SCALAR
+    return hn::Set(d, PixelAt<Pixel>(pixels, index));
+#else
+    return hn::BitCast(d, hn::LoadU(hn::Repartition<std::uint8_t, decltype(d)>(), pixels + index * sizeof(Pixel)));
+#endif
+}
+
+// Whether so many pixels, whole vectors of them, differ nowhere where the mask has bits.
+template <class Pixel>
+HWY_INLINE bool AreAlike(const std::uint8_t* pixels, std::size_t count, Pixel mask)
+{
+    const hn::ScalableTag<Pixel> d;
+    const auto first = hn::Set(d, PixelAt<Pixel>(pixels, 0));
+    auto difference = hn::Zero(d);
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d))
+        difference = hn::Or(difference, hn::Xor(PixelsAt<Pixel>(pixels, i), first));
+    return hn::AllTrue(d, hn::Eq(hn::And(difference, hn::Set(d, mask)), hn::Zero(d)));
+}
+
+// The same for pixels with alpha; most pictures have one alpha all over.
+template <class Element>
+HWY_INLINE void LoadVectorsWithAlpha(ElementValues const& values, const std::uint8_t* pixels, std::size_t first, std::size_t count,
+                                     Block& block)
+{
+    using Pixel = std::conditional_t<sizeof(Element) == 1, std::uint32_t, std::uint64_t>;
+    const unsigned int shift = values.element[3] * 8 * sizeof(Element);
+    float* const plane = block.alpha + first;
+    if (AreAlike(pixels, count, static_cast<Pixel>(Pixel{std::numeric_limits<Element>::max()} << shift)))
     {
-        std::uint8_t last[hn::MaxLanes(hn::ScalableTag<float>()) * kPixelBytes] = {};
-        std::memcpy(last, pixels + whole * kPixelBytes, rest * kPixelBytes);
-        LoadVectors<Element, kPixelBytes, kHasAlpha>(values, last, places.first + whole, lanes, block);
+        OneAlpha alpha{0, plane};
+        hwy::CopyBytes<sizeof alpha.value>(values.table[3] + static_cast<Element>(PixelAt<Pixel>(pixels, 0) >> shift),
+                                           &alpha.value);
+        LoadVectors<Element, sizeof(Pixel)>(values, pixels, first, count, alpha, block);
     }
+    else
+        LoadVectors<Element, sizeof(Pixel)>(values, pixels, first, count, Channel<Element, sizeof(Pixel)>(values, 3, pixels, plane),
+                                            block);
 }
 
 template <class Element, unsigned int kElements>
 void LoadThroughTables(ElementValues const& values, void const* source, Places places, Block& block)
 {
     constexpr std::size_t kPixelBytes = kElements * sizeof(Element);
+    const auto load = [&](const std::uint8_t* pixels, std::size_t first, std::size_t count) HWY_ATTR
+    {
+        if (kElements == 4 && values.table[3] != nullptr)
+            LoadVectorsWithAlpha<Element>(values, pixels, first, count, block);
+        else
+            LoadVectors<Element, kPixelBytes>(values, pixels, first, count, OneAlpha{values.missingAlpha, block.alpha + first},
+                                              block);
+    };
     const std::uint8_t* const pixels = static_cast<const std::uint8_t*>(source);
-    if (values.table[3] == nullptr)
-        LoadPixels<Element, kPixelBytes, false>(values, pixels, places, block);
-    else
-        LoadPixels<Element, kPixelBytes, true>(values, pixels, places, block);
+    const std::size_t lanes = hn::Lanes(hn::ScalableTag<float>());
+    const std::size_t rest = places.count % lanes;
+    const std::size_t whole = places.count - rest;
+    if (whole != 0)
+        load(pixels, places.first, whole);
+    if (rest != 0)
+    {
+        std::uint8_t last[hn::MaxLanes(hn::ScalableTag<float>()) * kPixelBytes] = {};
+        std::memcpy(last, pixels + whole * kPixelBytes, rest * kPixelBytes);
+        load(last, places.first + whole, lanes);
+    }
 }
 
 // Of pixels without alpha and with it.

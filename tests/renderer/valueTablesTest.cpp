@@ -205,6 +205,37 @@ TEST(ValueTables, HoldWhatATableOfCodesGives)
     }
 }
 
+// Whole blocks, and one pixel in the middle of a block or at its end, have another alpha.
+TEST(ValueTables, GiveTheBytesOfTheRenderersWhereAlphaIsNearlyTheSameAllOver)
+{
+    constexpr unsigned int kWidth = 3 * 128 + 5;
+    Color::GammaOp const gammas = fourGammas();
+    for (PixelFormat const from : {Tavrin::PF_RGBA_16i, Tavrin::PF_ABGR_16f, Tavrin::PF_BGRA_8i})
+    {
+        std::size_t const pixelBytes = PixelModel::pixelBytes(from);
+        std::size_t const alpha = PixelModel::channels(from).find('A') * PixelModel::elementBytes(from);
+        forEveryTarget(
+            [&]
+            {
+                if (!isServed(from))
+                    return;
+                Tabulated const tabulated(transformOf({&gammas}), from, Tavrin::PF_RGBA_32f);
+                for (unsigned int const other : {kWidth, 0U, 60U, 127U, 128U, 255U, kWidth - 1})
+                {
+                    std::vector<unsigned char> source = PixelModel::sensiblePixels(from, kWidth, other);
+                    for (std::size_t pixel = 0; pixel < kWidth; ++pixel)
+                        for (std::size_t byte = 0; byte < PixelModel::elementBytes(from); ++byte)
+                            source[pixel * pixelBytes + alpha + byte] = pixel == other ? 0x2a : 0x35;
+                    std::vector<unsigned char> expected(std::size_t{kWidth} * 16);
+                    std::vector<unsigned char> actual(expected.size());
+                    tabulated.applyWithout(source.data(), expected.data(), ROI(0, 0, kWidth, 1));
+                    tabulated.applyWithTables(source.data(), actual.data(), ROI(0, 0, kWidth, 1));
+                    ASSERT_TRUE(expected == actual) << Tavrin::pfToStr(from) << ", pixel " << other;
+                }
+            });
+    }
+}
+
 TEST(ValueTables, ServeEveryWidthAndTouchNothingBeyondThePixels)
 {
     Color::GammaOp const gammas = fourGammas();
