@@ -74,16 +74,22 @@ struct OneAlpha
     }
 };
 
-// Whole vectors of pixels.
-template <class Element, std::size_t kPixelBytes, class Alpha>
-HWY_INLINE void LoadVectors(ElementValues const& values, const std::uint8_t* pixels, std::size_t first, std::size_t count,
-                            Alpha const& alpha, Block& block)
+// Whole vectors of pixels on their way to a block, from one of its places on.
+struct Run
 {
-    using ChannelOfPixels = Channel<Element, kPixelBytes>;
-    const ChannelOfPixels red(values, 0, pixels, block.red + first);
-    const ChannelOfPixels green(values, 1, pixels, block.green + first);
-    const ChannelOfPixels blue(values, 2, pixels, block.blue + first);
-    for (std::size_t i = 0; i < count; i += hn::Lanes(hn::ScalableTag<float>()))
+    const std::uint8_t* pixels;
+    std::size_t first;
+    std::size_t count;
+};
+
+template <class Element, std::size_t kPixelBytes, class Alpha>
+HWY_INLINE void LoadRun(ElementValues const& values, Run const& run, Alpha const& alpha, Block& block)
+{
+    using ChannelOfRun = Channel<Element, kPixelBytes>;
+    const ChannelOfRun red(values, 0, run.pixels, block.red + run.first);
+    const ChannelOfRun green(values, 1, run.pixels, block.green + run.first);
+    const ChannelOfRun blue(values, 2, run.pixels, block.blue + run.first);
+    for (std::size_t i = 0; i < run.count; i += hn::Lanes(hn::ScalableTag<float>()))
     {
         red.LoadVector(i);
         green.LoadVector(i);
@@ -111,61 +117,61 @@ HWY_INLINE hn::Vec<hn::ScalableTag<Pixel>> PixelsAt(const std::uint8_t* pixels, 
 #endif
 }
 
-// Whether so many pixels, whole vectors of them, differ nowhere where the mask has bits.
+// Whether the pixels differ nowhere where the mask has bits.
 template <class Pixel>
-HWY_INLINE bool AreAlike(const std::uint8_t* pixels, std::size_t count, Pixel mask)
+HWY_INLINE bool AreAlike(Run const& run, Pixel mask)
 {
     const hn::ScalableTag<Pixel> d;
-    const auto first = hn::Set(d, PixelAt<Pixel>(pixels, 0));
+    const auto first = hn::Set(d, PixelAt<Pixel>(run.pixels, 0));
     auto difference = hn::Zero(d);
-    for (std::size_t i = 0; i < count; i += hn::Lanes(d))
-        difference = hn::Or(difference, hn::Xor(PixelsAt<Pixel>(pixels, i), first));
+    for (std::size_t i = 0; i < run.count; i += hn::Lanes(d))
+        difference = hn::Or(difference, hn::Xor(PixelsAt<Pixel>(run.pixels, i), first));
     return hn::AllTrue(d, hn::Eq(hn::And(difference, hn::Set(d, mask)), hn::Zero(d)));
 }
 
 // The same for pixels with alpha; most pictures have one alpha all over.
 template <class Element>
-HWY_INLINE void LoadVectorsWithAlpha(ElementValues const& values, const std::uint8_t* pixels, std::size_t first, std::size_t count,
-                                     Block& block)
+HWY_INLINE void LoadRunWithAlpha(ElementValues const& values, Run const& run, Block& block)
 {
     using Pixel = std::conditional_t<sizeof(Element) == 1, std::uint32_t, std::uint64_t>;
     const unsigned int shift = values.element[3] * 8 * sizeof(Element);
-    float* const plane = block.alpha + first;
-    if (AreAlike(pixels, count, static_cast<Pixel>(Pixel{std::numeric_limits<Element>::max()} << shift)))
+    float* const plane = block.alpha + run.first;
+    if (AreAlike(run, static_cast<Pixel>(Pixel{std::numeric_limits<Element>::max()} << shift)))
     {
         OneAlpha alpha{0, plane};
-        hwy::CopyBytes<sizeof alpha.value>(values.table[3] + static_cast<Element>(PixelAt<Pixel>(pixels, 0) >> shift),
-                                           &alpha.value);
-        LoadVectors<Element, sizeof(Pixel)>(values, pixels, first, count, alpha, block);
+        const Element element = static_cast<Element>(PixelAt<Pixel>(run.pixels, 0) >> shift);
+        hwy::CopyBytes<sizeof alpha.value>(values.table[3] + element, &alpha.value);
+        LoadRun<Element, sizeof(Pixel)>(values, run, alpha, block);
     }
     else
-        LoadVectors<Element, sizeof(Pixel)>(values, pixels, first, count, Channel<Element, sizeof(Pixel)>(values, 3, pixels, plane),
-                                            block);
+        LoadRun<Element, sizeof(Pixel)>(values, run, Channel<Element, sizeof(Pixel)>(values, 3, run.pixels, plane), block);
 }
 
+template <class Element, unsigned int kElements>
+HWY_INLINE void LoadAnyRun(ElementValues const& values, Run const& run, Block& block)
+{
+    if (kElements == 4 && values.table[3] != nullptr)
+        LoadRunWithAlpha<Element>(values, run, block);
+    else
+        LoadRun<Element, kElements * sizeof(Element)>(values, run, OneAlpha{values.missingAlpha, block.alpha + run.first}, block);
+}
+
+// The last pixels, fewer than a vector holds, come by way of a buffer that has room for as many.
 template <class Element, unsigned int kElements>
 void LoadThroughTables(ElementValues const& values, void const* source, Places places, Block& block)
 {
     constexpr std::size_t kPixelBytes = kElements * sizeof(Element);
-    const auto load = [&](const std::uint8_t* pixels, std::size_t first, std::size_t count) HWY_ATTR
-    {
-        if (kElements == 4 && values.table[3] != nullptr)
-            LoadVectorsWithAlpha<Element>(values, pixels, first, count, block);
-        else
-            LoadVectors<Element, kPixelBytes>(values, pixels, first, count, OneAlpha{values.missingAlpha, block.alpha + first},
-                                              block);
-    };
     const std::uint8_t* const pixels = static_cast<const std::uint8_t*>(source);
     const std::size_t lanes = hn::Lanes(hn::ScalableTag<float>());
     const std::size_t rest = places.count % lanes;
     const std::size_t whole = places.count - rest;
     if (whole != 0)
-        load(pixels, places.first, whole);
+        LoadAnyRun<Element, kElements>(values, {pixels, places.first, whole}, block);
     if (rest != 0)
     {
         std::uint8_t last[hn::MaxLanes(hn::ScalableTag<float>()) * kPixelBytes] = {};
         std::memcpy(last, pixels + whole * kPixelBytes, rest * kPixelBytes);
-        load(last, places.first + whole, lanes);
+        LoadAnyRun<Element, kElements>(values, {last, places.first + whole, lanes}, block);
     }
 }
 
