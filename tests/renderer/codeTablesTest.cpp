@@ -5,6 +5,7 @@
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
 #include "renderer/shaderSamples.h"
+#include "renderer/usualOps.h"
 
 #include "renderer/CPULut1DOp.h"
 #include "renderer/CPUMatrixOp.h"
@@ -98,24 +99,6 @@ void expectTheBytesOfItsRows(std::shared_ptr<Color::Transform> const& transform,
     auto const renderers = Rendering::makePipeline(transform, from, to).renderers;
     ASSERT_EQ(applyToRows(*renderers, source, to).bytes, applyToAll(*renderers, source, to).bytes)
         << Tavrin::pfToStr(from) << " to " << Tavrin::pfToStr(to) << ", width " << width;
-}
-
-Color::MatrixOp mixing()
-{
-    Color::MatrixOp op;
-    op.setRGBValues(std::array{0.5F, 0.25F, 0.25F, 0.125F, 0.75F, 0.125F, 0.0625F, 0.1875F, 0.75F}.data());
-    return op;
-}
-
-// Another curve for each channel, alpha among them.
-Color::GammaOp fourGammas()
-{
-    Color::GammaOp op;
-    op.setRedParams({2.2});
-    op.setGreenParams({1.7});
-    op.setBlueParams({0.6});
-    op.setAlphaParams({1.2});
-    return op;
 }
 
 // Scales every line by another factor, as if somebody turned a knob all the while.

@@ -2,6 +2,7 @@
 #include "renderer/lut1DTables.h"
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
+#include "renderer/usualOps.h"
 
 #include "transform/ditherOp.h"
 #include "transform/matrixOp.h"
@@ -31,13 +32,6 @@ MatrixOp scaleBy(float factor)
 }
 
 // Mixes the colours, keeps alpha.
-MatrixOp mixing()
-{
-    MatrixOp op;
-    op.setRGBValues(std::array{0.5F, 0.25F, 0.25F, 0.125F, 0.75F, 0.125F, 0.0625F, 0.1875F, 0.75F}.data());
-    return op;
-}
-
 // What mixing gives, in double precision, between any two formats.
 PixelModel::Pixel mixed(PixelFormat from, PixelFormat to, PixelModel::Pixel const& in)
 {

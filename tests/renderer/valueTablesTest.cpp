@@ -5,6 +5,7 @@
 #include "renderer/pixelModel.h"
 #include "renderer/rendererHarness.h"
 #include "renderer/shaderSamples.h"
+#include "renderer/usualOps.h"
 
 #include "renderer/CPUSelector.h"
 #include "renderer/kernelsBytes.h"
@@ -53,28 +54,10 @@ bool isServed(PixelFormat format)
     return !PixelModel::isPacked(format) && PixelModel::elementBytes(format) <= 2 && !areInRegisters;
 }
 
-Color::MatrixOp mixing()
-{
-    Color::MatrixOp op;
-    op.setRGBValues(std::array{0.5F, 0.25F, 0.25F, 0.125F, 0.75F, 0.125F, 0.0625F, 0.1875F, 0.75F}.data());
-    return op;
-}
-
 Color::GammaOp sameGammas()
 {
     Color::GammaOp op;
     op.setParams({2.2});
-    return op;
-}
-
-// Another curve for each channel, alpha among them.
-Color::GammaOp fourGammas()
-{
-    Color::GammaOp op;
-    op.setRedParams({2.2});
-    op.setGreenParams({1.7});
-    op.setBlueParams({0.6});
-    op.setAlphaParams({1.2});
     return op;
 }
 
