@@ -174,18 +174,18 @@ TEST(ValueTables, ServeEveryFormatOf8And16BitsAChannel)
 TEST(ValueTables, HoldWhatATableOfCodesGives)
 {
     Color::MatrixOp const matrix = mixing();
-    for (auto [from, rows] : {std::pair{Tavrin::PF_RGB_10i, 1024U}, std::pair{Tavrin::PF_RGBA_12i, 4096U},
-                              std::pair{Tavrin::PF_BGRA_16i, 65536U}, std::pair{Tavrin::PF_ABGR_8i, 256U}})
-    {
-        Color::Lut1DOp const table = tableOf(Color::Utils::depthOf(from), Tavrin::BIT_DEPTH_32f, rows, curve);
-        forEveryTarget(
-            [&]
+    forEveryTarget(
+        [&]
+        {
+            for (auto [from, rows] : {std::pair{Tavrin::PF_RGB_10i, 1024U}, std::pair{Tavrin::PF_RGBA_12i, 4096U},
+                                      std::pair{Tavrin::PF_BGRA_16i, 65536U}, std::pair{Tavrin::PF_ABGR_8i, 256U}})
             {
+                Color::Lut1DOp const table = tableOf(Color::Utils::depthOf(from), Tavrin::BIT_DEPTH_32f, rows, curve);
                 Tabulated const tabulated(transformOf({&table, &matrix}), from, Tavrin::PF_RGBA_32f);
                 ASSERT_EQ(1U, tabulated.lasting());
                 ASSERT_NO_FATAL_FAILURE(tabulated.expectTheBytesOfTheRenderers());
-            });
-    }
+            }
+        });
 }
 
 // Whole blocks, and one pixel in the middle of a block or at its end, have another alpha.
