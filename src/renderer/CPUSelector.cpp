@@ -121,7 +121,7 @@ private:
         if (_renderElements(lines))
             return;
         if (m_usesCodeTables)
-            m_codeTables.reckon(m_running, areOther, m_load, m_block);
+            m_codeTables.reckon(m_running, areOther, m_block);
         if (_renderCodes(lines))
             return;
         _renderValues(lines);

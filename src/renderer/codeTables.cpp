@@ -2,6 +2,7 @@
 #include "renderer/codeTables.h"
 
 #include "renderer/CPULut1DOp.h"
+#include "renderer/everyElement.h"
 #include "utils/utils.h"
 
 #include <cstring>
@@ -14,30 +15,6 @@ namespace
 
 // To reckon tables takes as long as some hundreds of pixels, and up to thousands where the renderers have little to do.
 constexpr std::size_t kLeastPixels = 4096;
-
-bool isOfBytes(PixelFormat format)
-{
-    return Color::Utils::depthOf(format) == Tavrin::BIT_DEPTH_8i;
-}
-
-// Pixels of as many codes as a block holds, from one on; in a pixel all channels are the same.
-class CodePixels
-{
-public:
-    CodePixels(unsigned int firstCode, unsigned int pixelBytes)
-    {
-        for (unsigned int i = 0; i < Block::kPixels; ++i)
-        {
-            std::uint32_t const pixel = (firstCode + i) * 0x01010101U; // The next one covers what is too much.
-            std::memcpy(m_bytes + i * pixelBytes, &pixel, sizeof pixel);
-        }
-    }
-
-    std::uint8_t const* begin() const { return m_bytes; }
-
-private:
-    std::uint8_t m_bytes[4 * Block::kPixels];
-};
 
 // Values of one channel as the pixels of a depth store them.
 class EntryStore
@@ -111,55 +88,40 @@ void CodeTables::setEntries(Lut1DParameters const& entries)
     m_entries->setTables({table(0), table(1), table(2), nullptr});
 }
 
-void CodeTables::reckon(RunningRenderers const& renderers, bool areOther, FormatFunctions const& source, Block& block)
+void CodeTables::reckon(RunningRenderers const& renderers, bool areOther, Block& block)
 {
     if (!areOther && m_setEntries == nullptr)
         return;
     m_setEntries = nullptr;
     m_renderers = renderers.channelwise();
     m_givePixels = m_renderers == renderers.size() && CodeEntries::serve(m_out);
-    LoadFunction const load = renderers.takesCodes() ? source.loadCodes : source.load;
     if (m_givePixels)
-        return _reckonEntries(renderers, load, block);
+        return _reckonEntries(renderers, block);
     if (renderers.areCheap(m_renderers))
         m_renderers = 0;
     else
-        _reckonValues(renderers, load, block);
+        _reckonValues(renderers, block);
 }
 
-void CodeTables::_reckonValues(RunningRenderers const& renderers, LoadFunction load, Block& block)
+void CodeTables::_reckonValues(RunningRenderers const& renderers, Block& block)
 {
     if (!m_values)
         m_values.emplace(m_in);
-    _reckonCodes(renderers, load, block,
-                 [&](unsigned int channel, float const* values, unsigned int firstCode)
-                 { m_functions->setValues(values, m_values->table[channel], firstCode); });
+    reckonEveryElement(renderers, m_renderers, m_in, block,
+                       [&](unsigned int channel, float const* values, unsigned int firstCode)
+                       { m_functions->setValues(values, m_values->table[channel], firstCode); });
     m_values->missingAlpha = block.alpha[0];
 }
 
-void CodeTables::_reckonEntries(RunningRenderers const& renderers, LoadFunction load, Block& block)
+void CodeTables::_reckonEntries(RunningRenderers const& renderers, Block& block)
 {
     if (!m_entries)
         m_entries.emplace(m_in, m_out);
     EntryStore const store(Color::Utils::depthOf(m_out));
-    _reckonCodes(renderers, load, block,
-                 [&](unsigned int channel, float const* values, unsigned int firstCode)
-                 { store(values, m_entries->entryBytes, m_bytes[channel], firstCode); });
+    reckonEveryElement(renderers, m_renderers, m_in, block,
+                       [&](unsigned int channel, float const* values, unsigned int firstCode)
+                       { store(values, m_entries->entryBytes, m_bytes[channel], firstCode); });
     m_entries->setTables({m_bytes[0][0], m_bytes[1][0], m_bytes[2][0], m_bytes[3][0]});
-}
-
-template <class Take>
-void CodeTables::_reckonCodes(RunningRenderers const& renderers, LoadFunction load, Block& block, Take const& take) const
-{
-    for (unsigned int firstCode = 0; firstCode < kCodes; firstCode += Block::kPixels)
-    {
-        CodePixels const pixels(firstCode, Tavrin::getPixelSizeInByte(m_in));
-        load(pixels.begin(), {0, Block::kPixels}, block);
-        renderers.run(0, m_renderers, block, Block::kPixels, {0, 0});
-        float const* const planes[] = {block.red, block.green, block.blue, block.alpha};
-        for (unsigned int channel = 0; channel < 4; ++channel)
-            take(channel, planes[channel], firstCode);
-    }
 }
 
 } // namespace Rendering

@@ -34,7 +34,7 @@ public:
 
     // Reckons the tables of the lines that were prepared, which may be like the lines before. What becomes of the block is of no
     // interest.
-    void reckon(RunningRenderers const& renderers, bool areOther, FormatFunctions const& source, Block& block);
+    void reckon(RunningRenderers const& renderers, bool areOther, Block& block);
 
     // How many renderers the tables stand for.
     std::size_t renderers() const { return m_renderers; }
@@ -50,11 +50,8 @@ public:
     }
 
 private:
-    void _reckonValues(RunningRenderers const& renderers, LoadFunction load, Block& block);
-    void _reckonEntries(RunningRenderers const& renderers, LoadFunction load, Block& block);
-    // Take is called with a channel, a plane of its values, and the code that the first one belongs to.
-    template <class Take>
-    void _reckonCodes(RunningRenderers const& renderers, LoadFunction load, Block& block, Take const& take) const;
+    void _reckonValues(RunningRenderers const& renderers, Block& block);
+    void _reckonEntries(RunningRenderers const& renderers, Block& block);
 
     PixelFormat m_in;
     PixelFormat m_out;

@@ -1,10 +1,9 @@
 // Tables in memory out of renderers.
 #include "renderer/valueTables.h"
 
+#include "renderer/everyElement.h"
 #include "renderer/kernelsBytes.h"
-#include "renderer/kernelsFormats.h"
 #include "renderer/pixelLayout.h"
-#include "utils/utils.h"
 
 #include <algorithm>
 #include <cstring>
@@ -22,39 +21,11 @@ constexpr std::size_t kLeastPixelsOfCall = 1024;
 
 constexpr unsigned int kAlpha = 3;
 
-// How many there are that a channel may have.
-std::size_t elementsOf(PixelFormat format)
-{
-    return Color::Utils::depthOf(format) == Tavrin::BIT_DEPTH_8i ? 256 : 65536;
-}
-
 // To reckon tables takes as long as to render a pixel for each entry. From these on what is spared is more than that.
 std::size_t leastPixels(PixelFormat format)
 {
-    return 4 * elementsOf(format);
+    return std::size_t{4} * elementsOf(format);
 }
-
-// Pixels of as many elements as a block holds, from one on; in a pixel all channels are the same.
-class PixelsOfElements
-{
-public:
-    PixelsOfElements(std::size_t first, PixelFormat format)
-    {
-        std::size_t const channels = channelsOf(layoutOf(format));
-        std::size_t const elementBytes = Tavrin::getPixelSizeInByte(format) / channels;
-        for (std::size_t i = 0; i < channels * Block::kPixels; ++i)
-        {
-            std::uint16_t const element = static_cast<std::uint16_t>(first + i / channels);
-            std::uint8_t const byte = static_cast<std::uint8_t>(element);
-            std::memcpy(m_bytes + i * elementBytes, elementBytes == 1 ? static_cast<void const*>(&byte) : &element, elementBytes);
-        }
-    }
-
-    std::uint8_t const* begin() const { return m_bytes; }
-
-private:
-    std::uint8_t m_bytes[4 * Block::kPixels * sizeof(std::uint16_t)];
-};
 
 // Where each colour, and alpha, stands in a pixel; alpha anywhere if there is none.
 std::array<unsigned int, 4> channelPlaces(Layout layout)
@@ -68,7 +39,7 @@ std::array<unsigned int, 4> channelPlaces(Layout layout)
 
 bool ValueTables::serve(PixelFormat in)
 {
-    bool const areInRegisters = Color::Utils::depthOf(in) == Tavrin::BIT_DEPTH_8i && getCodeFunctions() != nullptr;
+    bool const areInRegisters = isOfBytes(in) && getCodeFunctions() != nullptr;
     return !areInRegisters && getTableLoadFunction(in) != nullptr;
 }
 
@@ -84,18 +55,13 @@ ValueTables::ValueTables(RunningRenderers const& renderers, std::size_t count, P
 
 void ValueTables::_reckon(RunningRenderers const& renderers, PixelFormat in)
 {
-    FormatFunctions const& source = getFormatFunctions(in);
-    LoadFunction const load = renderers.takesCodes() ? source.loadCodes : source.load;
     Block block;
-    for (std::size_t first = 0; first < elementsOf(in); first += Block::kPixels)
-    {
-        PixelsOfElements const pixels(first, in);
-        load(pixels.begin(), {0, Block::kPixels}, block);
-        renderers.run(0, m_work.size(), block, Block::kPixels, {0, 0});
-        float const* const planes[] = {block.red, block.green, block.blue, block.alpha};
-        for (std::size_t channel = 0; channel < m_tables.size(); ++channel)
-            std::memcpy(m_tables[channel].data() + first, planes[channel], Block::kPixels * sizeof(float));
-    }
+    reckonEveryElement(renderers, m_work.size(), in, block,
+                       [&](unsigned int channel, float const* values, unsigned int first)
+                       {
+                           if (channel < m_tables.size())
+                               std::memcpy(m_tables[channel].data() + first, values, Block::kPixels * sizeof(float));
+                       });
     m_values.missingAlpha = block.alpha[0];
 }
 

@@ -137,7 +137,7 @@ std::optional<Rendering::CodeTables> tablesOf(std::vector<Color::Op const*> cons
     Rendering::RunningRenderers running(*renderers, from, to);
     Rendering::Block block;
     tables.emplace(from, to);
-    tables->reckon(running, running.prepareLines(), Rendering::getFormatFunctions(from), block);
+    tables->reckon(running, running.prepareLines(), block);
     return tables;
 }
 
@@ -365,8 +365,7 @@ TEST(CodeTables, AreReckonedAgainAfterEntriesOfATableStoodInThem)
             ASSERT_TRUE(running.prepareLines());
             Rendering::Block block;
             Rendering::CodeTables tables(kFormat, kFormat);
-            auto const reckon = [&](bool areOther)
-            { tables.reckon(running, areOther, Rendering::getFormatFunctions(kFormat), block); };
+            auto const reckon = [&](bool areOther) { tables.reckon(running, areOther, block); };
             auto const rendered = [&]
             {
                 std::vector<unsigned char> const source = {1, 2, 3, 4};
